@@ -1,0 +1,39 @@
+#pragma once
+// The host's idle queue: MEL and Python texts and host tasks, run in order when idle.
+#include <QString>
+#include <QStringList>
+#include <deque>
+#include <functional>
+
+namespace host {
+
+class idle_queue {
+public:
+    enum class kind { mel, python, task };
+    struct entry {
+        kind what;
+        QString text;
+        std::function<void()> task;
+    };
+
+    void push_mel(const QString& text) { entries_.push_back({kind::mel, text, {}}); }
+    void push_python(const QString& text) { entries_.push_back({kind::python, text, {}}); }
+    void push_task(std::function<void()> task) {
+        entries_.push_back({kind::task, QString(), std::move(task)});
+    }
+
+    bool empty() const { return entries_.empty(); }
+    int size() const { return int(entries_.size()); }
+    const std::deque<entry>& pending() const { return entries_; }
+
+    // Runs every entry in turn, entries queued meanwhile included; returns how many ran.
+    // The runner executes MEL and Python texts; tasks run directly.
+    int run(const std::function<void(const entry&)>& runner);
+    void clear() { entries_.clear(); }
+
+private:
+    std::deque<entry> entries_;
+    bool running_ = false;
+};
+
+} // namespace host
