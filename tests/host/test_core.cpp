@@ -1,0 +1,227 @@
+// The host's scene, selection, events, idle queue and API value classes.
+#include "core/session.h"
+#include "openmaya/access.h"
+
+#include <maya/MArgList.h>
+#include <maya/MEventMessage.h>
+#include <maya/MGlobal.h>
+#include <maya/MItSelectionList.h>
+#include <maya/MPxCommand.h>
+#include <maya/MSelectionList.h>
+
+#include <QtTest>
+
+namespace {
+
+QStringList active_names() {
+    MSelectionList list;
+    MGlobal::getActiveSelectionList(list);
+    QStringList out;
+    for (MItSelectionList it(list); !it.isDone(); it.next()) {
+        MStringArray strings;
+        it.getStrings(strings);
+        for (unsigned i = 0; i < strings.length(); ++i)
+            out << QString::fromUtf8(strings[i].asChar());
+    }
+    return out;
+}
+
+int selection_events = 0;
+void count_event(void*) {
+    ++selection_events;
+}
+
+} // namespace
+
+class test_core : public QObject {
+    Q_OBJECT
+
+    host::session& host = host::session::get();
+
+private slots:
+    void init() {
+        host.reset();
+        selection_events = 0;
+    }
+
+    void namespaces_nest_under_the_current_one() {
+        host::scene& s = host.scene;
+        QCOMPARE(s.child_namespaces(QString()), (QStringList{"UI", "shared"}));
+        QVERIFY(s.ensure_namespace(s.absolute_namespace("rig")));
+        QVERIFY(s.set_current_namespace("rig"));
+        QVERIFY(s.ensure_namespace(s.absolute_namespace("face")));
+        QCOMPARE(s.child_namespaces("rig"), QStringList{"rig:face"});
+        QCOMPARE(s.absolute_namespace(":a:b"), QString("a:b"));
+        QVERIFY(!s.ensure_namespace("bad name"));
+        // Only empty namespaces go.
+        QVERIFY(s.create_node("transform", "rig:face:jaw", -1, false) >= 0);
+        QVERIFY(!s.remove_namespace("rig:face"));
+        s.remove_node(s.find("rig:face:jaw").value(0));
+        QVERIFY(s.remove_namespace("rig:face"));
+        QCOMPARE(s.current_namespace(), QString("rig"));
+        QVERIFY(!s.remove_namespace("UI"));
+    }
+
+    void nodes_are_found_by_name_and_path() {
+        host::scene& s = host.scene;
+        const int a = s.create_node("transform", "a", -1, false);
+        const int b = s.create_node("transform", "b", -1, false);
+        const int a_leaf = s.create_node("transform", "leaf", a, false);
+        const int b_leaf = s.create_node("transform", "leaf", b, false);
+        QCOMPARE(s.create_node("transform", "leaf", a, false), -1); // sibling clash
+        QCOMPARE(s.find("leaf").size(), 2);
+        QCOMPARE(s.find("|a|leaf"), QVector<int>{a_leaf});
+        QCOMPARE(s.find("b|leaf"), QVector<int>{b_leaf});
+        QCOMPARE(s.display_name(a_leaf), QString("|a|leaf"));
+        QCOMPARE(s.display_name(a), QString("a"));
+        QCOMPARE(s.create_node("transform", "a", -1, true), 2 + 2);
+        QCOMPARE(s.at(4).name, QString("a1"));
+        s.remove_node(a);
+        QVERIFY(!s.at(a_leaf).alive);
+        QCOMPARE(s.display_name(b_leaf), QString("leaf"));
+    }
+
+    void wildcards_match_whole_names() {
+        host::scene& s = host.scene;
+        for (const char* n : {"rig:arm_ctrl", "rig:leg_ctrl", "arm_ctrl", "rig:face:jaw"})
+            s.create_node("transform", n, -1, false);
+        QCOMPARE(s.match("*_ctrl").size(), 1);
+        QCOMPARE(s.match("rig:*").size(), 3);
+        QCOMPARE(s.match("*:*").size(), 3);
+        QCOMPARE(s.match("rig:???_ctrl").size(), 2);
+        QVERIFY(host::wildcard_match("a*b*c", "aXbYbZc"));
+        QVERIFY(!host::wildcard_match("a*b", "aXbY"));
+    }
+
+    void selection_is_ordered_and_takes_components() {
+        host::scene& s = host.scene;
+        s.create_node("transform", "pCube1", -1, false);
+        s.create_node("transform", "rig:arm_ctrl", -1, false);
+        QVERIFY(MGlobal::selectByName("rig:arm_ctrl", MGlobal::kReplaceList));
+        QVERIFY(MGlobal::selectByName("pCube1.vtx[0:3]"));
+        QVERIFY(MGlobal::selectByName("rig:arm_ctrl")); // already there: kept once
+        QCOMPARE(active_names(), (QStringList{"rig:arm_ctrl", "pCube1.vtx[0:3]"}));
+        QVERIFY(!MGlobal::selectByName("nothing", MGlobal::kReplaceList));
+        QCOMPARE(active_names().size(), 2); // a failed call changes nothing
+        QVERIFY(MGlobal::selectByName("rig:arm_ctrl", MGlobal::kXORWithList));
+        QCOMPARE(active_names(), QStringList{"pCube1.vtx[0:3]"});
+        // Deleting a node drops it from the selection.
+        s.remove_node(s.find("pCube1").value(0));
+        host.nodes_removed();
+        QVERIFY(active_names().isEmpty());
+    }
+
+    void selection_changed_fires_now_or_on_idle() {
+        host.scene.create_node("transform", "a", -1, false);
+        MStatus status;
+        const MCallbackId id =
+            MEventMessage::addEventCallback("SelectionChanged", count_event, nullptr, &status);
+        QVERIFY(status);
+        MGlobal::selectByName("a", MGlobal::kReplaceList);
+        QCOMPARE(selection_events, 1);
+
+        host.defer_selection_changed = true;
+        MGlobal::clearSelectionList();
+        QCOMPARE(selection_events, 1);
+        host.run_idle();
+        QCOMPARE(selection_events, 2);
+
+        QVERIFY(MMessage::removeCallback(id));
+        QVERIFY(!MMessage::removeCallback(id));
+        MGlobal::clearSelectionList();
+        host.run_idle();
+        QCOMPARE(selection_events, 2);
+    }
+
+    void unknown_events_and_injected_failures_fail() {
+        MStatus status;
+        QCOMPARE(MEventMessage::addEventCallback("timeChanged", count_event, nullptr, &status),
+                 MCallbackId(0));
+        QVERIFY(!status);
+        host.failing.insert("addEventCallback:SceneOpened");
+        MEventMessage::addEventCallback("SceneOpened", count_event, nullptr, &status);
+        QVERIFY(!status);
+    }
+
+    void idle_runs_in_order_with_entries_queued_meanwhile() {
+        QStringList order;
+        host.idle.push_task([&] {
+            order << "first";
+            host.idle.push_task([&] { order << "queued while running"; });
+        });
+        MGlobal::executePythonCommandOnIdle("print('hi')");
+        host.idle.push_task([&] { order << "third"; });
+        QStringList lines;
+        host.out.set_sink([&](host::line_kind, const QString& l) { lines << l; });
+        QCOMPARE(host.run_idle(), 4);
+        QCOMPARE(order, (QStringList{"first", "third", "queued while running"}));
+        QCOMPARE(host.python_log, QStringList{"print('hi')"});
+        QCOMPARE(lines.size(), 1);
+        QVERIFY(lines[0].startsWith("// Warning: ") && lines[0].contains("print('hi')"));
+        QVERIFY(host.idle.empty());
+    }
+
+    void arg_list_keeps_arrays_whole() {
+        MArgList args;
+        MArgListAccess::add(args, "restore");
+        MStringArray data;
+        data.append("abc");
+        data.append("def");
+        MArgListAccess::add_array(args, data);
+        QCOMPARE(args.length(), 2u);
+        MStatus status;
+        QCOMPARE(QString(args.asString(0, &status).asChar()), QString("restore"));
+        QVERIFY(status);
+        args.asString(1, &status);
+        QVERIFY(!status);
+        unsigned index = 1;
+        MStringArray got;
+        QVERIFY(args.get(index, got));
+        QCOMPARE(index, 2u);
+        QCOMPARE(got.length(), 2u);
+        index = 0;
+        QVERIFY(!args.get(index, got));
+        QCOMPARE(index, 0u);
+        MString out;
+        QVERIFY(!args.get(7, out));
+    }
+
+    void results_accumulate_as_arrays() {
+        host.push_result();
+        MPxCommand::appendToResult("a");
+        MPxCommand::appendToResult(MString("b"));
+        host::command_result r = host.pop_result();
+        QVERIFY(r.array);
+        QCOMPARE(r.values, (QStringList{"a", "b"}));
+        host.push_result();
+        MPxCommand::appendToResult(3);
+        MPxCommand::clearResult();
+        QCOMPARE(host.pop_result().kind, host::command_result::type::none);
+    }
+
+    void strings_behave_like_maya_strings() {
+        MString s("Rig:Arm");
+        QCOMPARE(QString(s.toLowerCase().asChar()), QString("rig:arm"));
+        QVERIFY(s == "rig:arm" && s != MString("x"));
+        QCOMPARE(QString(("a" + MString("b") + "c").asChar()), QString("abc"));
+        QCOMPARE(MString("42").asInt(), 42);
+        QCOMPARE(MString("2.5").asFloat(), 2.5f);
+        QCOMPARE(MStatus(MStatus::kFailure).statusCode(), MStatus::kFailure);
+        QVERIFY(MS::kSuccess == MStatus());
+    }
+
+    void file_info_keeps_order_and_text() {
+        host::scene& s = host.scene;
+        s.set_file_info("b", "1");
+        s.set_file_info("a", "x\"y\\z\n");
+        s.set_file_info("b", "2");
+        QCOMPARE(s.file_infos().size(), 2);
+        QCOMPARE(s.file_infos()[0].second, QString("2"));
+        s.remove_file_info("b");
+        QCOMPARE(s.file_info("a"), QString("x\"y\\z\n"));
+        QVERIFY(!s.has_file_info("b"));
+    }
+};
+
+QTEST_GUILESS_MAIN(test_core)
+#include "test_core.moc"
