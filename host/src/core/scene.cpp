@@ -181,7 +181,8 @@ int scene::create_node(const QString& type, const QString& name, int parent, boo
     else if (sibling_clash(final_name, parent))
         return -1;
     const QString ns = namespace_of(final_name);
-    if (!ensure_namespace(ns))
+    // A namespace that holds live nodes exists: skip the linear search of the namespace list.
+    if (namespace_nodes_.value(ns) == 0 && !ensure_namespace(ns))
         return -1;
     node n;
     n.name = final_name;
