@@ -87,7 +87,8 @@ command_args split_args(const std::vector<arg>& args, const char* const* valued,
             continue;
         }
         command_args::flag_value f;
-        f.name = args[i].bytes.mid(1);
+        const QByteArray& word = args[i].bytes;
+        f.name = QByteArray::fromRawData(word.constData() + 1, word.size() - 1);
         bool takes_value = false;
         for (const char* const* v = valued; v && *v; ++v)
             takes_value = takes_value || f.name == *v;

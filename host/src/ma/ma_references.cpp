@@ -174,7 +174,7 @@ void file_reader::load_reference(const QString& path, const QString& name_space,
                  .arg(label));
         return;
     }
-    if (!session_.target.ensure_namespace(name_space)) {
+    if (!name_space.isEmpty() && !scene::valid_node_name(name_space + QStringLiteral(":n"))) {
         warn(QStringLiteral("invalid namespace for %1; it is left unloaded").arg(label));
         return;
     }
@@ -183,7 +183,9 @@ void file_reader::load_reference(const QString& path, const QString& name_space,
     const bool loaded = child.run(&error);
     session_.open_files.removeLast();
     records[index].loaded = loaded;
-    if (!loaded)
+    if (loaded)
+        session_.target.ensure_namespace(name_space); // even when the file holds no node
+    else
         warn(error);
 }
 
