@@ -140,7 +140,7 @@ void file_reader::on_create_node() {
         warn(QStringLiteral("createNode without a node type"));
         return;
     }
-    const QString type = decode(a.positional.front());
+    const QString type = node_type(a.positional.front());
     const arg* name_arg = a.value("n", "name");
     const arg* parent_arg = a.value("p", "parent");
     const QString name = name_arg ? qualify_new(decode(name_arg)) : QString();
@@ -236,6 +236,15 @@ void file_reader::on_requires() {
 
 QString file_reader::decode(const arg* a) const {
     return a ? codec_.decode(a->bytes) : QString();
+}
+
+QString file_reader::node_type(const arg* a) {
+    const auto it = types_.constFind(a->bytes);
+    if (it != types_.constEnd())
+        return *it;
+    const QString type = decode(a);
+    types_.insert(QByteArray(a->bytes.constData(), a->bytes.size()), type);
+    return type;
 }
 
 QString file_reader::qualify_new(const QString& name) const {

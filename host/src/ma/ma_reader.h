@@ -52,6 +52,7 @@ private:
                         const QString& type);
 
     QString decode(const arg* a) const;
+    QString node_type(const arg* a);
     QString qualify_new(const QString& name) const;
     QString qualify_lookup(const QString& path) const;
     QString qualify_namespace(const QString& name, const QString& base) const;
@@ -72,7 +73,9 @@ private:
     int counted_lines_ = 1;
     std::vector<token> tokens_;
     std::vector<arg> args_;
-    QSet<QString> skipped_; // shared nodes a reference leaves to the scene
+    QSet<QString> skipped_;            // shared nodes a reference leaves to the scene
+    QHash<QByteArray, QString> types_; // node types, shared among the nodes
+
     bool seen_header_ = false;
     bool seen_end_ = false;
     int known_statements_ = 0;
