@@ -156,7 +156,7 @@ void file_reader::on_create_node() {
                 skipped_.insert(name);
             else
                 warn(QStringLiteral("createNode %1: %2 parent %3; the node is left out")
-                         .arg(name,
+                         .arg(name.isEmpty() ? type : name,
                               found.isEmpty() ? QStringLiteral("no")
                                               : QStringLiteral("more than one"),
                               lookup));
