@@ -206,7 +206,7 @@ private slots:
                         o.s, o.report, &o.error, options);
         QVERIFY(o.ok);
         QCOMPARE(o.report.warnings.size(), 4);
-        QVERIFY(o.report.warnings[0].contains("Maya Binary"));
+        QVERIFY(o.report.warnings[0].contains("is a mayaBinary file"));
         QVERIFY(o.report.warnings[1].contains("not a Maya ASCII scene"));
         QVERIFY(o.report.warnings[2].startsWith("Could not find file: $ZELVANI_UNSET_ROOT/c.ma"));
         QVERIFY(o.report.warnings[3].startsWith("Could not find file: ")); // a folder

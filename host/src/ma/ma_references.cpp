@@ -151,9 +151,10 @@ void file_reader::load_reference(const QString& path, const QString& name_space,
     }
     if (!session_.load_references)
         return;
-    if (type == QLatin1String("mayaBinary") ||
-        QFileInfo(resolved).suffix().compare(QLatin1String("mb"), Qt::CaseInsensitive) == 0) {
-        warn(QStringLiteral("%1 is a Maya Binary file; %2 is left unloaded").arg(resolved, label));
+    const QString suffix = QFileInfo(resolved).suffix().toLower();
+    if (type.isEmpty() ? suffix != QLatin1String("ma") : type != QLatin1String("mayaAscii")) {
+        warn(QStringLiteral("%1 is a %2 file, not Maya ASCII; %3 is left unloaded")
+                 .arg(resolved, type.isEmpty() ? QStringLiteral(".") + suffix : type, label));
         return;
     }
     const QString canonical = QFileInfo(resolved).canonicalFilePath();
