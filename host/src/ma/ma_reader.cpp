@@ -142,33 +142,39 @@ void file_reader::on_create_node() {
     }
     const QString type = node_type(a.positional.front());
     const arg* name_arg = a.value("n", "name");
-    const arg* parent_arg = a.value("p", "parent");
     const QString name = name_arg ? qualify_new(decode(name_arg)) : QString();
-    const bool shared = a.has("s", "shared");
-    scene& target = session_.target;
-
     int parent = -1;
-    if (parent_arg) {
-        const QString lookup = qualify_lookup(decode(parent_arg));
-        const QVector<int> found = target.find(lookup);
-        if (found.size() != 1) {
-            if (skipped_.contains(lookup.mid(lookup.lastIndexOf(QLatin1Char('|')) + 1)))
-                skipped_.insert(name);
-            else
-                warn(QStringLiteral("createNode %1: %2 parent %3; the node is left out")
-                         .arg(name.isEmpty() ? type : name,
-                              found.isEmpty() ? QStringLiteral("no")
-                                              : QStringLiteral("more than one"),
-                              lookup));
+    if (const arg* parent_arg = a.value("p", "parent")) {
+        parent = find_parent(decode(parent_arg), name.isEmpty() ? type : name);
+        if (parent < 0)
             return;
-        }
-        parent = found.front();
     }
+    const bool shared = a.has("s", "shared");
     if (shared && depth_ > 0) {
         // A referenced file's default nodes are the scene's own.
         skipped_.insert(name);
         return;
     }
+    create_node(type, name, parent, shared);
+}
+
+int file_reader::find_parent(const QString& written, const QString& child) {
+    const QString lookup = qualify_lookup(written);
+    const QVector<int> found = session_.target.find(lookup);
+    if (found.size() == 1)
+        return found.front();
+    if (skipped_.contains(lookup.mid(lookup.lastIndexOf(QLatin1Char('|')) + 1)))
+        skipped_.insert(child); // under a skipped default node: skipped silently
+    else
+        warn(QStringLiteral("createNode %1: %2 parent %3; the node is left out")
+                 .arg(child,
+                      found.isEmpty() ? QStringLiteral("no") : QStringLiteral("more than one"),
+                      lookup));
+    return -1;
+}
+
+void file_reader::create_node(const QString& type, const QString& name, int parent, bool shared) {
+    scene& target = session_.target;
     if (name.isEmpty()) {
         if (target.create_node(type, join(current_, type + QLatin1Char('1')), parent, true) < 0)
             warn(QStringLiteral("createNode %1: cannot name a node of this type").arg(type));

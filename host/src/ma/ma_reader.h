@@ -44,12 +44,17 @@ private:
     void on_comment(const statement& s);
     void on_statement(const statement& s);
     void on_create_node();
+    int find_parent(const QString& written, const QString& child);
+    void create_node(const QString& type, const QString& name, int parent, bool shared);
     void on_file_info();
     void on_namespace();
     void on_requires();
     void on_file();
     void load_reference(const QString& path, const QString& name_space, const QString& node,
                         const QString& type);
+    bool loadable(const QString& resolved, const QString& type, const QString& name_space,
+                  const QString& label);
+    bool read_referenced(const QString& resolved, const QString& name_space, const QString& label);
 
     QString decode(const arg* a) const;
     QString node_type(const arg* a);

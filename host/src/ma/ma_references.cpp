@@ -127,14 +127,9 @@ void file_reader::on_file() {
 
 void file_reader::load_reference(const QString& path, const QString& name_space,
                                  const QString& node, const QString& type) {
-    reference_record record;
-    record.path = path;
-    record.name_space = name_space;
-    record.node = node;
-    record.depth = depth_ + 1;
     QVector<reference_record>& records = session_.report.references;
     const int index = records.size();
-    records.append(record);
+    records.append(reference_record{path, QString(), name_space, node, depth_ + 1, false});
     if (session_.deferred.value(node, false))
         return; // the scene keeps it unloaded
     const QString from_dir =
@@ -149,45 +144,52 @@ void file_reader::load_reference(const QString& path, const QString& name_space,
                  .arg(path, label));
         return;
     }
-    if (!session_.load_references)
-        return;
+    if (session_.load_references && loadable(resolved, type, name_space, label))
+        records[index].loaded = read_referenced(resolved, name_space, label);
+}
+
+bool file_reader::loadable(const QString& resolved, const QString& type, const QString& name_space,
+                           const QString& label) {
     const QString suffix = QFileInfo(resolved).suffix().toLower();
-    if (type.isEmpty() ? suffix != QLatin1String("ma") : type != QLatin1String("mayaAscii")) {
-        warn(QStringLiteral("%1 is a %2 file, not Maya ASCII; %3 is left unloaded")
-                 .arg(resolved, type.isEmpty() ? QStringLiteral(".") + suffix : type, label));
-        return;
-    }
-    const QString canonical = QFileInfo(resolved).canonicalFilePath();
-    if (session_.open_files.contains(canonical) || depth_ + 1 > max_reference_depth) {
-        warn(QStringLiteral("%1 references itself; %2 is left unloaded").arg(resolved, label));
-        return;
-    }
+    QString refusal;
+    if (type.isEmpty() ? suffix != QLatin1String("ma") : type != QLatin1String("mayaAscii"))
+        refusal = QStringLiteral("%1 is a %2 file, not Maya ASCII")
+                      .arg(resolved, type.isEmpty() ? QStringLiteral(".") + suffix : type);
+    else if (session_.open_files.contains(QFileInfo(resolved).canonicalFilePath()))
+        refusal = QStringLiteral("%1 references itself").arg(resolved);
+    else if (depth_ + 1 > max_reference_depth)
+        refusal = QStringLiteral("references nest deeper than %1").arg(max_reference_depth);
+    else if (!name_space.isEmpty() && !scene::valid_node_name(name_space + QStringLiteral(":n")))
+        refusal = QStringLiteral("the namespace is invalid");
+    if (!refusal.isEmpty())
+        warn(QStringLiteral("%1; %2 is left unloaded").arg(refusal, label));
+    return refusal.isEmpty();
+}
+
+bool file_reader::read_referenced(const QString& resolved, const QString& name_space,
+                                  const QString& label) {
     QByteArray bytes;
     QString error;
     if (!load_bytes(resolved, bytes, &error)) {
         warn(error);
-        return;
+        return false;
     }
     session_.referenced_bytes += bytes.size();
     if (session_.referenced_bytes > max_referenced_bytes) {
         warn(QStringLiteral("references exceed %1 bytes; %2 is left unloaded")
                  .arg(max_referenced_bytes)
                  .arg(label));
-        return;
+        return false;
     }
-    if (!name_space.isEmpty() && !scene::valid_node_name(name_space + QStringLiteral(":n"))) {
-        warn(QStringLiteral("invalid namespace for %1; it is left unloaded").arg(label));
-        return;
-    }
-    session_.open_files.append(canonical);
+    session_.open_files.append(QFileInfo(resolved).canonicalFilePath());
     file_reader child(session_, bytes, resolved, name_space, depth_ + 1);
     const bool loaded = child.run(&error);
     session_.open_files.removeLast();
-    records[index].loaded = loaded;
     if (loaded)
         session_.target.ensure_namespace(name_space); // even when the file holds no node
     else
         warn(error);
+    return loaded;
 }
 
 } // namespace ma
