@@ -22,18 +22,17 @@ struct picker_button_data {
     QStringList targets; // scene objects, or the one command text
 
     bool operator==(const picker_button_data& o) const {
-        return position == o.position && size == o.size && width == o.width &&
-               height == o.height && kind == o.kind && language == o.language &&
-               color == o.color && label_color == o.label_color && label == o.label &&
-               targets == o.targets;
+        return position == o.position && size == o.size && width == o.width && height == o.height &&
+               kind == o.kind && language == o.language && color == o.color &&
+               label_color == o.label_color && label == o.label && targets == o.targets;
     }
     bool operator!=(const picker_button_data& o) const { return !(*this == o); }
 };
 
 struct picker_button : picker_button_data {
-    QRect rect;             // the real rectangle, in picker coordinates
-    QPixmap label_pixmap;   // the label rendered once; null for an empty label
-    quint16 selected = 0;   // 0 none, 1 all, 2 some of the targets selected
+    QRect rect;           // the real rectangle, in picker coordinates
+    QPixmap label_pixmap; // the label rendered once; null for an empty label
+    quint16 selected = 0; // 0 none, 1 all, 2 some of the targets selected
     QVector<bool> target_selected;
 
     const picker_button_data& data() const { return *this; }

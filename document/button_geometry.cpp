@@ -1,0 +1,68 @@
+#include "document/button_geometry.h"
+
+#include <QFontMetrics>
+#include <QImage>
+#include <QPainter>
+#include <algorithm>
+
+const QFont& label_font() {
+    static const QFont font = [] {
+        QFont f(QStringLiteral("Tahoma"));
+        f.setPixelSize(11);
+        f.setStyleStrategy(QFont::NoAntialias);
+        return f;
+    }();
+    return font;
+}
+
+namespace {
+
+// Measuring is the cost of opening big pickers: one metrics object serves every label.
+const QFontMetrics& label_metrics() {
+    static const QFontMetrics metrics(label_font());
+    return metrics;
+}
+
+} // namespace
+
+void reset_button_rect(picker_button& button) {
+    button.rect = QRect(0, 0, button.width, button.height);
+    button.rect.moveCenter(button.position);
+}
+
+void update_button_geometry(picker_button& button) {
+    QSize text = label_metrics().boundingRect(button.label).size();
+    if (text.width() % 2)
+        text.rwidth() += 1;
+    if (text.height() % 2)
+        text.rheight() += 1;
+    text.rwidth() += 2;
+
+    button.rect = QRect(0, 0, std::max(text.width() + 2, button.width),
+                        std::max(text.height(), button.height));
+    button.rect.moveCenter(button.position);
+
+    QImage image(text, QImage::Format_ARGB32);
+    image.fill(0);
+    QPainter painter(&image);
+    painter.setFont(label_font());
+    painter.setBrush(Qt::black);
+    painter.setPen(QColor::fromRgb(button.label_color));
+    painter.drawText(QRect(QPoint(0, 0), text), Qt::AlignHCenter | Qt::AlignVCenter, button.label);
+    painter.end();
+    button.label_pixmap = QPixmap::fromImage(image);
+}
+
+picker_button* make_button_record(const picker_button_data& data) {
+    auto* button = new picker_button;
+    static_cast<picker_button_data&>(*button) = data;
+    button->target_selected = QVector<bool>(data.targets.size(), false);
+    button->width = std::max(button->width, 1);
+    button->height = std::max(button->height, 1);
+    button->size = button->width;
+    if (button->label.isEmpty())
+        reset_button_rect(*button);
+    else
+        update_button_geometry(*button);
+    return button;
+}
