@@ -207,7 +207,7 @@ private slots:
         QCOMPARE(MString("42").asInt(), 42);
         QCOMPARE(MString("2.5").asFloat(), 2.5f);
         QCOMPARE(MStatus(MStatus::kFailure).statusCode(), MStatus::kFailure);
-        QVERIFY(MS::kSuccess == MStatus());
+        QVERIFY(MStatus() == MS::kSuccess);
     }
 
     void file_info_keeps_order_and_text() {

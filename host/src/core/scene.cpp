@@ -235,10 +235,13 @@ QVector<int> scene::match(const QString& pattern) const {
     const bool literal = !p.contains(QLatin1Char('*')) && !p.contains(QLatin1Char('?'));
     if (literal || p.contains(QLatin1Char('|')))
         return literal ? find(p) : QVector<int>();
+    const bool has_colon = p.contains(QLatin1Char(':'));
     QVector<int> out;
     for (int id = 0; id < int(nodes_.size()); ++id) {
         const node& n = nodes_[size_t(id)];
-        if (n.alive && wildcard_match(p, n.name))
+        // Without a ':' a pattern looks in the root namespace only.
+        if (n.alive && (has_colon || !n.name.contains(QLatin1Char(':'))) &&
+            wildcard_match(p, n.name))
             out.append(id);
     }
     return out;
