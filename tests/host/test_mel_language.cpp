@@ -1,0 +1,118 @@
+// The MEL language: procedures, variables, control flow, calls and errors.
+#include "core/session.h"
+
+#include <QtTest>
+
+class test_mel_language : public QObject {
+    Q_OBJECT
+
+    host::session& host = host::session::get();
+    QStringList lines;
+
+    // Runs one execution and returns its value as text, or "ERROR" when it failed.
+    QString run(const QString& mel) {
+        const host::execution r = host.execute(mel);
+        return r.ok ? r.values.join(QLatin1Char(' ')) : QStringLiteral("ERROR");
+    }
+
+private slots:
+    void init() {
+        host.reset();
+        lines.clear();
+        host.out.set_sink([this](host::line_kind, const QString& l) { lines << l; });
+    }
+
+    void procedures_recurse_and_return_typed_values() {
+        QCOMPARE(run("proc int fact(int $n) { if ($n <= 1) return 1; return $n * fact($n - 1); }"
+                     "fact(10);"),
+                 QString("3628800"));
+        QCOMPARE(run("global proc string[] twice(string $a[]) {"
+                     "  string $out[];"
+                     "  for ($x in $a) { $out[size($out)] = $x; $out[size($out)] = $x; }"
+                     "  return $out; }"
+                     "twice({\"a\", \"b\"});"),
+                 QString("a a b b"));
+        QCOMPARE(run("global proc float half(int $n) { return $n / 2.0; } half(3);"),
+                 QString("1.5"));
+        QCOMPARE(run("twice({\"z\"})"), QString("z z")); // globals outlive the execution
+    }
+
+    void local_procs_stay_with_their_text() {
+        QCOMPARE(run("proc string helper() { return \"inner\"; }"
+                     "global proc string api() { return helper(); }"),
+                 QString(""));
+        QCOMPARE(run("api();"), QString("inner"));
+        QCOMPARE(run("helper();"), QString("ERROR"));
+        QVERIFY(lines.last().contains("Cannot find procedure \"helper\""));
+    }
+
+    void variables_convert_as_mel_does() {
+        QCOMPARE(run("int $i = 7 / 2; $i;"), QString("3"));
+        QCOMPARE(run("float $f = 7 / 2.0; $f;"), QString("3.5"));
+        QCOMPARE(run("string $s = \"n\" + 1 + 2; $s;"), QString("n12"));
+        QCOMPARE(run("int $i = \"42abc\"; $i;"), QString("42"));
+        QCOMPARE(run("string $a[] = {\"x\"}; string $s = $a;"), QString("ERROR"));
+        QCOMPARE(run("$auto = 2.5; $auto += 1; $auto;"), QString("3.5"));
+        QCOMPARE(run("int $n = 0; $n++; ++$n; $n--; $n;"), QString("1"));
+        QCOMPARE(run("global int $g = 5; proc bump() { global int $g; $g++; } bump(); bump(); $g;"),
+                 QString("7"));
+        QCOMPARE(run("$undeclared + 1;"), QString("ERROR"));
+    }
+
+    void control_flow_and_strings() {
+        QCOMPARE(run("int $t = 0; for ($i = 0; $i < 10; $i++) { if ($i == 3) continue;"
+                     " if ($i == 6) break; $t += $i; } $t;"),
+                 QString("12")); // 0+1+2+4+5
+        QCOMPARE(run("int $n = 0; while ($n < 5) $n++; do { $n += 10; } while ($n < 30); $n;"),
+                 QString("35"));
+        QCOMPARE(run("string $s = \"a\\\"b\\\\c\\td\"; size($s);"), QString("7"));
+        QCOMPARE(run("(1 < 2 && \"x\" == \"x\") ? \"yes\" : \"no\";"), QString("yes"));
+        QCOMPARE(run("/* block */ int $x = 1; // line\n$x;"), QString("1"));
+    }
+
+    void both_call_forms_and_back_quotes() {
+        host.execute("createNode transform -n \"rig:arm\"; createNode transform -n \"rig:leg\";");
+        QCOMPARE(run("string $a[] = `ls \"rig:*\"`; size($a);"), QString("2"));
+        QCOMPARE(run("size(ls(\"rig:*\"));"), QString("2"));
+        QCOMPARE(run("string $m = `match \"[^:]+$\" \"rig:arm\"`; $m;"), QString("arm"));
+        QCOMPARE(run("substitute(\"rig\", \"rig:rig\", \"new\");"), QString("new:rig"));
+        QCOMPARE(run("string $b[]; int $n = tokenize(\"a|b||c\", \"|\", $b); $n + \":\" + $b[2];"),
+                 QString("3:c"));
+        QCOMPARE(run("stringArrayContains(\"b\", {\"a\", \"b\"});"), QString("1"));
+        QCOMPARE(run("eval(\"1 + 2\");"), QString("3"));
+    }
+
+    void errors_name_their_line_and_column_once() {
+        QCOMPARE(run("int $a = 1;\nint $b = 2;\nint $c = 3 +;\n"), QString("ERROR"));
+        QCOMPARE(lines.size(), 1);
+        QCOMPARE(lines[0], QString("// Error: Line 3.13: Syntax error //\n"));
+
+        lines.clear();
+        QCOMPARE(run("proc f() {\n    noSuchCommand 1;\n}\nf();"), QString("ERROR"));
+        QCOMPARE(lines,
+                 QStringList{"// Error: Line 2.5: Cannot find procedure \"noSuchCommand\". //\n"});
+
+        lines.clear();
+        QCOMPARE(run("print \"before\\n\"; select -r nothing; print \"after\";"), QString("ERROR"));
+        QCOMPARE(lines.size(), 2); // "before", then the one error line: "after" never ran
+        QVERIFY(lines[1].contains("No object matches name: nothing"));
+    }
+
+    void catch_contains_an_error() {
+        QCOMPARE(run("int $r = catchQuiet(`select nothing`); $r;"), QString("1"));
+        QVERIFY(lines.isEmpty());
+        QCOMPARE(run("catch(error(\"boom\"));"), QString("1"));
+        QCOMPARE(lines.size(), 1);
+        QCOMPARE(run("catch(size(\"ok\"));"), QString("0"));
+    }
+
+    void runaway_recursion_and_deep_nesting_fail_cleanly() {
+        QCOMPARE(run("proc loop(int $n) { loop($n + 1); } loop(0);"), QString("ERROR"));
+        QVERIFY(lines.last().contains("Stack overflow"));
+        QCOMPARE(run(QString(5000, '(') + "1" + QString(5000, ')') + ";"), QString("ERROR"));
+        QCOMPARE(run("1 + 1;"), QString("2")); // the interpreter is still sound
+    }
+};
+
+QTEST_GUILESS_MAIN(test_mel_language)
+#include "test_mel_language.moc"
