@@ -80,6 +80,9 @@ private slots:
                  QString("3:c"));
         QCOMPARE(run("stringArrayContains(\"b\", {\"a\", \"b\"});"), QString("1"));
         QCOMPARE(run("eval(\"1 + 2\");"), QString("3"));
+        // A back-quoted command is an argument of a command in command syntax too.
+        QCOMPARE(run("select `ls \"rig:*\"`; ls -sl;"), QString("rig:arm rig:leg"));
+        QCOMPARE(run("size `ls \"rig:arm\"`;"), QString("1"));
     }
 
     void errors_name_their_line_and_column_once() {

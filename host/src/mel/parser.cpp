@@ -499,7 +499,9 @@ private:
     }
 
     bool ends_command() const {
-        return cur_.kind == token::end || is(";") || is(")") || is("`") || is("}");
+        // A back-quote closes the command inside back-quotes; elsewhere it opens an argument.
+        return cur_.kind == token::end || is(";") || is(")") || is("}") ||
+               (is("`") && backquotes_ > 0);
     }
 
     // A raw word of command syntax: names, paths, patterns, components.
@@ -578,10 +580,12 @@ private:
         const position p = cur_.at;
         expect("`");
         expr_ptr inner;
+        ++backquotes_;
         if (cur_.kind == token::ident && peek_char() != QLatin1Char('('))
             inner = command();
         else
             inner = expression();
+        --backquotes_;
         if (!is("`"))
             fail(cur_.at, QStringLiteral("Syntax error: missing `"));
         advance();
@@ -785,6 +789,7 @@ private:
     int line_ = 1;
     int line_start_ = 0;
     int depth_ = 0;
+    int backquotes_ = 0; // back-quoted commands open around the current token
     token cur_;
 };
 

@@ -1,0 +1,72 @@
+#pragma once
+// One tab: a canvas of buttons over an optional background picture.
+#include "document/picker_button.h"
+
+#include <QDataStream>
+#include <QList>
+#include <QPixmap>
+#include <QString>
+#include <QStringList>
+#include <QUndoStack>
+#include <QVector>
+#include <QWidget>
+
+class picker_window;
+
+class picker_view : public QWidget {
+    Q_OBJECT
+public:
+    explicit picker_view(picker_window* window);
+    ~picker_view() override;
+
+    // --- document ---
+    QPixmap background;
+    QString background_id; // decimal cache key of the picture, or empty
+    picker_window* window;
+    QString file_path;             // the .pkr this tab came from or went to last
+    QList<picker_button*> buttons; // owned; the order is the z-order
+    picker_button* pressed_button = nullptr;
+    QUndoStack undo_stack;
+
+    // --- records ---
+    int add_button_record(const picker_button_data& data, int index);
+    void remove_button_record(int index);
+    void set_button_width(picker_button* button, int w);
+    void set_button_height(picker_button* button, int h);
+    void set_button_size(picker_button* button, int w, int h);
+    void set_button_label(picker_button* button, const QString& text);
+    void set_button_position(picker_button* button, const QPoint& point);
+    void update_button_geometry(picker_button* button);
+    void set_background_image(const QString& id, const QPixmap& pixmap);
+
+    // --- selection state ---
+    bool mark_selected(picker_button* button, bool flags_only);
+    bool mark_deselected(picker_button* button, bool flags_only);
+    bool deselect_all();
+    void select_indices(const QVector<int>& indices, bool flags_only);
+    bool any_selected() const;
+    QList<picker_button_data> selected_data() const;
+    QList<picker_button_data> selected_indices_and_data(QVector<int>& indices) const;
+    bool match_selection(const QStringList& names);
+    bool refresh_highlights();
+
+    // --- lookups ---
+    picker_button* button_by_label(const QString& text) const;
+    int button_index_by_label(const QString& text) const;
+    picker_button* button_by_target(const QString& name) const;
+
+    // --- streams ---
+    void write_buttons(QDataStream& out) const;
+    void read_buttons(QDataStream& in, int version);
+
+    void refresh_toolbox();
+
+signals:
+    void changed();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void clear_buttons();
+};

@@ -1,0 +1,89 @@
+// The record operations of a view: each leaves `rect` and `label_pixmap` consistent with
+// the stored part.
+#include "canvas/picker_view.h"
+
+#include "document/button_geometry.h"
+
+#include <QtGlobal>
+
+int picker_view::add_button_record(const picker_button_data& data, int index) {
+    picker_button* button = make_button_record(data);
+    if (index < 0) {
+        buttons.append(button);
+        return buttons.size() - 1;
+    }
+    buttons.insert(qMin(index, buttons.size()), button);
+    return index;
+}
+
+void picker_view::remove_button_record(int index) {
+    if (index < 0 || index >= buttons.size())
+        return;
+    picker_button* button = buttons.takeAt(index);
+    if (pressed_button == button)
+        pressed_button = nullptr;
+    delete button;
+}
+
+void picker_view::update_button_geometry(picker_button* button) {
+    if (button->label.isEmpty())
+        reset_button_rect(*button);
+    else
+        ::update_button_geometry(*button);
+}
+
+void picker_view::set_button_width(picker_button* button, int w) {
+    button->size = w;
+    button->width = w;
+    update_button_geometry(button);
+}
+
+void picker_view::set_button_height(picker_button* button, int h) {
+    button->height = h;
+    update_button_geometry(button);
+}
+
+void picker_view::set_button_size(picker_button* button, int w, int h) {
+    button->width = qMax(w, 1);
+    button->size = button->width;
+    button->height = qMax(h, 1);
+    update_button_geometry(button);
+}
+
+void picker_view::set_button_label(picker_button* button, const QString& text) {
+    if (text.isEmpty()) {
+        button->label_pixmap = QPixmap();
+        button->label.clear();
+        reset_button_rect(*button);
+        return;
+    }
+    button->label = text;
+    ::update_button_geometry(*button);
+}
+
+void picker_view::set_button_position(picker_button* button, const QPoint& point) {
+    button->position = point;
+    button->rect.moveCenter(point);
+}
+
+picker_button* picker_view::button_by_label(const QString& text) const {
+    const int i = button_index_by_label(text);
+    return i < buttons.size() && buttons[i]->label == text ? buttons[i] : nullptr;
+}
+
+int picker_view::button_index_by_label(const QString& text) const {
+    for (int i = 0; i < buttons.size(); ++i) {
+        if (buttons[i]->label == text)
+            return i;
+    }
+    return 0;
+}
+
+picker_button* picker_view::button_by_target(const QString& name) const {
+    picker_button* found = nullptr;
+    for (picker_button* button : buttons) {
+        if (button->targets.contains(name))
+            found = button;
+    }
+    return found;
+}

@@ -1,0 +1,87 @@
+// The selection state of a view's buttons, kept in step with `selected_objects`.
+#include "canvas/picker_view.h"
+
+#include "document/button_queries.h"
+#include "document/selected_objects.h"
+
+#include <QSet>
+
+bool picker_view::mark_selected(picker_button* button, bool flags_only) {
+    bool touched = false;
+    button->target_selected.resize(button->targets.size());
+    for (int i = 0; i < button->targets.size(); ++i) {
+        if (!flags_only && !button->target_selected[i]) {
+            add_selected_object(button->targets[i]);
+            touched = true;
+        }
+        button->target_selected[i] = true;
+    }
+    button->selected = 1;
+    return touched;
+}
+
+bool picker_view::mark_deselected(picker_button* button, bool flags_only) {
+    bool touched = false;
+    button->target_selected.resize(button->targets.size());
+    for (int i = 0; i < button->targets.size(); ++i) {
+        if (!flags_only && button->target_selected[i]) {
+            selected_objects.removeOne(button->targets[i]);
+            touched = true;
+        }
+        button->target_selected[i] = false;
+    }
+    button->selected = 0;
+    return touched;
+}
+
+bool picker_view::deselect_all() {
+    bool touched = false;
+    for (picker_button* button : qAsConst(buttons)) {
+        if (button->selected != 0) {
+            mark_deselected(button, false);
+            touched = true;
+        }
+    }
+    return touched;
+}
+
+void picker_view::select_indices(const QVector<int>& indices, bool flags_only) {
+    for (int i : indices) {
+        if (i >= 0 && i < buttons.size())
+            mark_selected(buttons[i], flags_only);
+    }
+}
+
+bool picker_view::any_selected() const {
+    for (const picker_button* button : buttons) {
+        if (button->selected != 0)
+            return true;
+    }
+    return false;
+}
+
+QList<picker_button_data> picker_view::selected_data() const {
+    QVector<int> unused;
+    return selected_indices_and_data(unused);
+}
+
+QList<picker_button_data> picker_view::selected_indices_and_data(QVector<int>& indices) const {
+    QList<picker_button_data> data;
+    indices.clear();
+    for (int i = 0; i < buttons.size(); ++i) {
+        if (buttons[i]->selected == 1) {
+            data.append(buttons[i]->data());
+            indices.append(i);
+        }
+    }
+    return data;
+}
+
+bool picker_view::match_selection(const QStringList& names) {
+    // A set makes this linear in targets; the outcome is that of a search of the list.
+    return match_buttons(buttons, QSet<QString>(names.begin(), names.end()));
+}
+
+bool picker_view::refresh_highlights() {
+    return match_selection(distinct_names(selected_objects));
+}

@@ -1,0 +1,39 @@
+// The directive table: exact, case-sensitive names tried in order; the first match runs.
+#include "plugin/picker_main.h"
+
+#include <QString>
+#include <cstring>
+#include <maya/MGlobal.h>
+#include <maya/MQtUtil.h>
+
+const picker_main::directive picker_main::directives[] = {
+    {"clear", &picker_main::clear},
+    {"select", &picker_main::select},
+    {"restore", &picker_main::restore},
+    {"fetch_image", &picker_main::fetch_image},
+    {"set_background", &picker_main::set_background},
+    {"clear_background", &picker_main::clear_background},
+    {"save", &picker_main::save},
+    {"saveas", &picker_main::saveas},
+    {"new_tab", &picker_main::new_tab},
+    {"close_tab", &picker_main::close_tab},
+    {"clear_tabs", &picker_main::clear_tabs},
+    {"rename_tab", &picker_main::rename_tab},
+    {"query_tabs", &picker_main::query_tabs},
+    {"set_tab", &picker_main::set_tab},
+    {"open_picker_data", &picker_main::open_picker_data},
+    {"get_picker_data", &picker_main::get_picker_data},
+    {"get_saved_picker_data", &picker_main::get_saved_picker_data},
+    {"resize_background", &picker_main::resize_background},
+    {"open", &picker_main::open},
+};
+
+MStatus picker_main::dispatch(const MString& name, const MStringArray& args) {
+    for (const directive& d : directives) {
+        if (std::strcmp(name.asChar(), d.name) == 0)
+            return (this->*d.run)(args);
+    }
+    MGlobal::displayError(MQtUtil::toMString(
+        QStringLiteral("ZelvaniPicker - unknown directive: %1").arg(MQtUtil::toQString(name))));
+    return MS::kFailure;
+}

@@ -1,0 +1,162 @@
+// The window's side of the picker stream: all tabs, one tab, and .pkr files.
+#include "canvas/picker_view.h"
+#include "document/picker_stream.h"
+#include "window/picker_window.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QTabWidget>
+#include <maya/MGlobal.h>
+
+namespace {
+
+void write_tab_header(QDataStream& out, const picker_view* view) {
+    out << view->background_id;
+    if (!view->background_id.isEmpty())
+        out << view->background;
+}
+
+// Reads the background part of a tab header into `view`; true when a picture came.
+bool read_tab_background(QDataStream& in, int version, picker_view* view) {
+    if (version < 2)
+        return false;
+    QString id;
+    in >> id;
+    if (id.isEmpty())
+        return false;
+    QPixmap pixmap;
+    in >> pixmap;
+    view->set_background_image(id, pixmap);
+    return true;
+}
+
+} // namespace
+
+void picker_window::write_tab_body(QDataStream& out, int index) const {
+    const picker_view* view = view_at(index);
+    out << qint32(index) << tabs->tabText(index);
+    write_tab_header(out, view);
+    view->write_buttons(out);
+}
+
+void picker_window::write_all_tabs(QDataStream& out) const {
+    out << qint32(picker_format_version) << qint32(tabs->count()) << qint32(tabs->currentIndex());
+    for (int i = 0; i < tabs->count(); ++i)
+        write_tab_body(out, i);
+}
+
+void picker_window::write_tab(QDataStream& out, int index) const {
+    out << qint32(picker_format_version) << qint32(1) << qint32(0);
+    write_tab_body(out, index);
+}
+
+void picker_window::read_tabs(QDataStream& in, bool clear) {
+    qint32 version = 0;
+    in >> version;
+    if (version > picker_format_version) {
+        QMessageBox::warning(
+            nullptr, QStringLiteral("Warning"),
+            QStringLiteral("The scene file contains data\nin a format (%1) more recent than the "
+                           "version of the picker\ninstalled in this machine can understand.  "
+                           "Please update\nthe picker, and try again.\n")
+                .arg(version),
+            QMessageBox::Ok);
+        return;
+    }
+    qint32 count = 0, current = 0;
+    in >> count >> current;
+    if (clear)
+        clear_tabs();
+    // Damaged data may claim any count: stop once the bytes run out.
+    for (int i = 0; i < count && !(i > 0 && stream_exhausted(in)); ++i) {
+        qint32 stored_index = 0;
+        QString name;
+        in >> stored_index >> name;
+        auto* view = new picker_view(this);
+        if (read_tab_background(in, version, view))
+            store_background_image(view);
+        view->read_buttons(in, version);
+        add_view_tab(view, name);
+    }
+    if (clear && current >= 0 && current < count && current < tabs->count())
+        tabs->setCurrentIndex(current);
+}
+
+bool picker_window::save_file(picker_view* view, const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        QMessageBox::critical(
+            this, QStringLiteral("Save Failed"),
+            QStringLiteral("Could not open the file \"%1\" for writing.\n\nPlease check that this "
+                           "file is not locked and that you have the proper permissions and try "
+                           "again.")
+                .arg(path),
+            QMessageBox::Ok);
+        return false;
+    }
+    QDataStream out(&file);
+    out.setVersion(picker_file_stream_version);
+    out << qint32(picker_format_version) << tabs->tabText(tabs->indexOf(view));
+    write_tab_header(out, view);
+    view->write_buttons(out);
+    file.close();
+    return true;
+}
+
+void picker_window::save_current() {
+    picker_view* view = current_view();
+    if (!view)
+        return;
+    if (view->file_path.isEmpty())
+        saveas_current();
+    else
+        save_file(view, view->file_path);
+}
+
+void picker_window::saveas_current() {
+    picker_view* view = current_view();
+    if (!view)
+        return;
+    const QString path =
+        QFileDialog::getSaveFileName(this, QStringLiteral("Save Tab:"), view->file_path,
+                                     QStringLiteral("Zelvani Picker (*.pkr)"));
+    if (path.isEmpty())
+        return;
+    view->file_path = save_file(view, path) ? path : QString();
+}
+
+void picker_window::open_files(const QStringList& paths) {
+    for (int p = 0; p < paths.size(); ++p) {
+        auto* view = new picker_view(this);
+        QFile file(paths[p]);
+        if (!file.open(QIODevice::ReadOnly)) {
+            const bool last = p == paths.size() - 1;
+            const auto answer = QMessageBox::critical(
+                this, QStringLiteral("Open Failed"),
+                QStringLiteral("Could not open the file \"%1\".\n\nPlease check the file "
+                               "permissions and try again.")
+                    .arg(QDir::toNativeSeparators(paths[p])),
+                last ? QMessageBox::Ok : QMessageBox::Cancel | QMessageBox::Ignore);
+            // Cancel ends the loop and leaves the unused view with the window.
+            if (answer == QMessageBox::Cancel)
+                return;
+            delete view;
+            continue;
+        }
+        QDataStream in(&file);
+        in.setVersion(picker_file_stream_version);
+        qint32 version = 0;
+        QString name;
+        in >> version >> name;
+        read_tab_background(in, version, view);
+        view->read_buttons(in, version);
+        file.close();
+        view->file_path = paths[p];
+        add_view_tab(view, name);
+        tabs->setCurrentWidget(view);
+        updateSceneData();
+        MGlobal::executeCommandOnIdle("ZelvaniPicker \"bind\" `picker_ListNamespaces`;");
+    }
+}
