@@ -2,9 +2,9 @@
 
 #include "plugin/picker_globals.h"
 
+#include "window/picker_settings.h"
 #include <QGuiApplication>
 #include <QScreen>
-#include <QSettings>
 
 namespace {
 
@@ -25,9 +25,9 @@ QRect placed_on_screen(QRect rect) {
 void read_window_geometry() {
     if (!picker_dock)
         return;
-    const QSettings settings(QStringLiteral("Zelvani"), QStringLiteral("picker"));
-    QSize size = settings.value(QStringLiteral("pickerSize"), QSize(400, 400)).toSize();
-    const QPoint pos = settings.value(QStringLiteral("pickerPosition"), QPoint(120, 100)).toPoint();
+    const picker_settings settings;
+    QSize size = settings.value(settings_key("pickerSize"), QSize(400, 400)).toSize();
+    const QPoint pos = settings.value(settings_key("pickerPosition"), QPoint(120, 100)).toPoint();
     if (size.width() < 150)
         size.setWidth(150);
     // A low height widens the window and leaves the height as it was.
@@ -41,7 +41,7 @@ void read_window_geometry() {
 void write_window_geometry() {
     if (!picker_dock)
         return;
-    QSettings settings(QStringLiteral("Zelvani"), QStringLiteral("picker"));
-    settings.setValue(QStringLiteral("pickerSize"), picker_dock->size());
-    settings.setValue(QStringLiteral("pickerPosition"), picker_dock->pos());
+    picker_settings settings;
+    settings.setValue(settings_key("pickerSize"), picker_dock->size());
+    settings.setValue(settings_key("pickerPosition"), picker_dock->pos());
 }

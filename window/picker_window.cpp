@@ -2,11 +2,11 @@
 
 #include "canvas/picker_view.h"
 
+#include "window/picker_settings.h"
 #include <QAction>
 #include <QInputDialog>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QSettings>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -28,8 +28,8 @@ picker_window::picker_window(QWidget* parent) : QWidget(parent) {
     add_many_action = new QAction(tr("Add Many Buttons"), this);
     update_button_action = new QAction(tr("Update Button"), this);
 
-    QSettings settings(QStringLiteral("Zelvani"), QStringLiteral("picker"));
-    auto_tab_switching = settings.value(QStringLiteral("auto_tab_switching"), true).toBool();
+    picker_settings settings;
+    auto_tab_switching = settings.value(settings_key("auto_tab_switching"), true).toBool();
 
     new_tab();
 

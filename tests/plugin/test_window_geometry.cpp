@@ -1,0 +1,69 @@
+// Where the dock opens: the stored size and place, clamped, kept on a screen.
+#include "plugin_fixture.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class test_window_geometry : public QObject {
+    Q_OBJECT
+    plugin_fixture f;
+    QTemporaryDir settings_dir;
+
+    static void store(QSize size, QPoint pos) {
+        QSettings s("Zelvani", "picker");
+        s.setValue("pickerSize", size);
+        s.setValue("pickerPosition", pos);
+    }
+
+private slots:
+    void initTestCase() {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings_dir.path());
+    }
+    void init() {
+        QSettings("Zelvani", "picker").clear();
+        f.start();
+    }
+    void cleanup() { f.host.reset(); }
+
+    void defaults_without_settings() {
+        f.mel("ZelvaniPicker;");
+        QCOMPARE(plugin_fixture::dock()->size(), QSize(400, 400));
+        QCOMPARE(plugin_fixture::dock()->pos(), QPoint(120, 100));
+    }
+
+    void small_sizes_widen_and_a_low_height_stays_low() {
+        store(QSize(100, 100), QPoint(10, 10));
+        f.mel("ZelvaniPicker;");
+        QCOMPARE(plugin_fixture::dock()->size(), QSize(150, 100));
+        store(QSize(300, 90), QPoint(10, 10));
+        f.mel("ZelvaniPicker;"); // each call without arguments reads the settings again
+        QCOMPARE(plugin_fixture::dock()->size(), QSize(150, 90));
+    }
+
+    void a_window_off_the_screen_is_centred_on_the_primary_screen() {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        store(QSize(200, 180), screen.bottomRight() - QPoint(50, 50));
+        f.mel("ZelvaniPicker;");
+        QCOMPARE(plugin_fixture::dock()->size(), QSize(200, 180));
+        QCOMPARE(QRect(plugin_fixture::dock()->pos(), QSize(200, 180)).center(), screen.center());
+    }
+
+    void closing_stores_the_geometry() {
+        f.mel("ZelvaniPicker;");
+        plugin_fixture::dock()->resize(321, 234);
+        plugin_fixture::dock()->move(40, 30);
+        // Hiding through the close button keeps nothing; unloading does.
+        plugin_fixture::dock()->close();
+        QVERIFY(!QSettings("Zelvani", "picker").contains("pickerSize"));
+        QVERIFY(f.host.unload_plugin("ZelvaniPicker"));
+        QSettings s("Zelvani", "picker");
+        QCOMPARE(s.value("pickerSize").toSize(), QSize(321, 234));
+        QCOMPARE(s.value("pickerPosition").toPoint(), QPoint(40, 30));
+    }
+};
+
+QTEST_MAIN(test_window_geometry)
+#include "test_window_geometry.moc"
