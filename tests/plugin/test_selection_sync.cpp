@@ -1,0 +1,108 @@
+// The picker follows the scene selection, and its select and clear directives lead it, in
+// both orders of the host's "SelectionChanged" event.
+#include "plugin_fixture.h"
+
+#include <QDataStream>
+#include <QtTest>
+
+namespace {
+
+// Picker data of tabs, each a list of buttons given by their targets.
+QString picker_data(const QList<QPair<QString, QList<QStringList>>>& tabs) {
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out << qint32(5) << qint32(tabs.size()) << qint32(0);
+    for (int t = 0; t < tabs.size(); ++t) {
+        out << qint32(t) << tabs[t].first << QString() << qint32(tabs[t].second.size());
+        for (int b = 0; b < tabs[t].second.size(); ++b) {
+            out << qint32(b) << QPoint(20 * b, 0);
+            out << qint32(10) << qint32(10) << qint32(10) << qint32(0) << qint32(0);
+            out << qint32(0xff0000) << qint32(0) << QString() << tabs[t].second[b];
+        }
+    }
+    return QString::fromLatin1(qCompress(bytes, 9).toBase64());
+}
+
+} // namespace
+
+class test_selection_sync : public QObject {
+    Q_OBJECT
+    plugin_fixture f;
+
+    int current_tab() const { return plugin_fixture::tabs()->currentIndex(); }
+
+private slots:
+    void initTestCase_data() {
+        QTest::addColumn<bool>("deferred");
+        QTest::newRow("synchronous") << false;
+        QTest::newRow("deferred") << true;
+    }
+    void init() {
+        QFETCH_GLOBAL(bool, deferred);
+        f.start();
+        f.host.defer_selection_changed = deferred;
+        f.mel("createNode transform -n \"hero:arm\"; createNode transform -n \"hero:leg\";"
+              "createNode transform -n \"hero:head\"; select -cl;");
+        f.mel("ZelvaniPicker;");
+        const QString data = picker_data({{"Body", {{"hero:arm"}, {"hero:leg", "hero:head"}}},
+                                          {"Face", {{"hero:head"}}},
+                                          {"Legs", {{"hero:leg"}, {"hero:arm"}}}});
+        f.mel("ZelvaniPicker restore \"" + data + "\";");
+        QCOMPARE(f.mel("ZelvaniPicker query_tabs;"), QString("Body Face Legs"));
+        QCOMPARE(current_tab(), 0);
+    }
+    void cleanup() { f.host.reset(); }
+
+    void a_single_object_switches_to_the_last_tab_that_changed() {
+        f.mel("select hero:arm;");
+        QCOMPARE(current_tab(), 2);
+        // Highlights as they were: no switch back.
+        plugin_fixture::tabs()->setCurrentIndex(0);
+        f.mel("select hero:arm;");
+        QCOMPARE(current_tab(), 0);
+        // A partly selected button still switches.
+        f.mel("select hero:head;");
+        QCOMPARE(current_tab(), 1);
+    }
+
+    void several_objects_never_switch() {
+        plugin_fixture::tabs()->setCurrentIndex(1);
+        f.mel("select hero:leg hero:head;");
+        QCOMPARE(current_tab(), 1);
+    }
+
+    void select_directive_replaces_then_adds() {
+        QCOMPARE(f.mel("ZelvaniPicker select nothing hero:leg hero:arm; ls -sl;"),
+                 QString("hero:leg hero:arm"));
+        QCOMPARE(f.mel("ZelvaniPicker select hero:head nothing;"), QString("ERROR"));
+        QCOMPARE(f.mel("ls -sl;"), QString("hero:head"));
+        QCOMPARE(f.mel("ZelvaniPicker select nothing;"), QString("ERROR"));
+        QCOMPARE(f.mel("ls -sl;"), QString("hero:head"));
+        QCOMPARE(f.mel("ZelvaniPicker select; ls -sl;"), QString());
+        f.mel("select hero:arm;");
+        QCOMPARE(f.mel("ZelvaniPicker clear; ls -sl;"), QString());
+        // A directive that selects one object lights its buttons as the scene would.
+        plugin_fixture::tabs()->setCurrentIndex(0);
+        f.mel("ZelvaniPicker select hero:head;");
+        QCOMPARE(current_tab(), 1);
+    }
+
+    void without_tabs_the_selection_is_still_followed() {
+        f.mel("ZelvaniPicker clear_tabs;");
+        f.mel("select hero:arm;");
+        QVERIFY(f.errors().isEmpty());
+        f.mel("ZelvaniPicker new_tab;");
+        QCOMPARE(current_tab(), 0);
+    }
+
+    void a_failing_host_selection_is_reported() {
+        f.host.failing.insert("getActiveSelectionList");
+        f.mel("select hero:arm;");
+        QVERIFY(!f.errors().isEmpty());
+        QVERIFY(f.errors()[0].contains("ZelvaniPicker- could not get the current selection: "));
+        QCOMPARE(current_tab(), 0);
+    }
+};
+
+QTEST_MAIN(test_selection_sync)
+#include "test_selection_sync.moc"
