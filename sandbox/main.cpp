@@ -1,9 +1,11 @@
 // zelvani-sandbox: a Maya-like host for the picker, with a headless batch mode.
 #include "batch_runner.h"
+#include "dialog_answerer.h"
+#include "window_runner.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <cstdio>
+#include <QDir>
 
 namespace {
 
@@ -27,12 +29,34 @@ bool has_flag(int argc, char** argv, const char* flag) {
     return false;
 }
 
+// Qt wants a private runtime directory; a fresh machine or a container has none.
+void ensure_runtime_dir() {
+    if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        return;
+    const QString dir = QDir::temp().filePath(
+        QStringLiteral("zelvani-runtime-%1").arg(QString::fromLocal8Bit(qgetenv("USER"))));
+    QDir().mkpath(dir);
+    QFile::setPermissions(dir, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(dir));
+}
+
+// Offscreen platforms report what they cannot do; a headless run does not care.
+void quiet_platform_messages(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtDebugMsg || type == QtInfoMsg ||
+        text.startsWith(QLatin1String("This plugin does not support")))
+        return;
+    fprintf(stderr, "%s\n", qPrintable(text));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     const bool batch = has_flag(argc, argv, "--batch");
     if (batch && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    ensure_runtime_dir();
+    if (batch)
+        qInstallMessageHandler(quiet_platform_messages);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zelvani-sandbox"));
 
@@ -47,14 +71,25 @@ int main(int argc, char** argv) {
     parser.addOption({QStringLiteral("script"), QStringLiteral("Run a MEL file (repeatable)."),
                       QStringLiteral("file.mel")});
     parser.addOption({QStringLiteral("no-plugin"), QStringLiteral("Do not load the picker.")});
+    parser.addOption({QStringLiteral("plugin"),
+                      QStringLiteral("Load this plug-in library instead of the picker."),
+                      QStringLiteral("file.so")});
+    parser.addOption({QStringLiteral("screenshot"),
+                      QStringLiteral("Save a picture of the screen once started, then quit."),
+                      QStringLiteral("file.png")});
     parser.process(app);
 
-    sandbox::batch_options options;
+    sandbox::window_options options;
     options.scene = parser.value(QStringLiteral("scene"));
     options.steps = ordered_steps(QCoreApplication::arguments());
-    if (!batch) {
-        std::fprintf(stderr, "The interactive window is not built yet; use --batch.\n");
-        return 2;
+    if (!parser.isSet(QStringLiteral("no-plugin"))) {
+        options.plugins.append(parser.isSet(QStringLiteral("plugin"))
+                                   ? parser.value(QStringLiteral("plugin"))
+                                   : QStringLiteral(ZELVANI_DEFAULT_PLUGIN));
     }
+    options.screenshot = parser.value(QStringLiteral("screenshot"));
+    if (!batch)
+        return sandbox::run_window(options);
+    sandbox::dialog_answerer answerer;
     return sandbox::run_batch(options);
 }

@@ -47,6 +47,7 @@ scene::scene() {
 }
 
 void scene::clear() {
+    ++generation_;
     nodes_.clear();
     live_ = 0;
     by_name_.clear();
@@ -81,6 +82,7 @@ bool scene::namespace_exists(const QString& full) const {
 }
 
 bool scene::ensure_namespace(const QString& full) {
+    ++generation_;
     if (full.isEmpty())
         return true;
     if (namespaces_.contains(full))
@@ -111,6 +113,7 @@ bool scene::namespace_is_empty(const QString& full) const {
 }
 
 bool scene::remove_namespace(const QString& full) {
+    ++generation_;
     if (full.isEmpty() || builtin_namespaces.contains(full) || !namespaces_.contains(full))
         return false;
     if (!namespace_is_empty(full))
@@ -169,6 +172,7 @@ void scene::unindex_name(int id) {
 }
 
 int scene::create_node(const QString& type, const QString& name, int parent, bool make_unique) {
+    ++generation_;
     if (parent >= 0 && (parent >= int(nodes_.size()) || !nodes_[size_t(parent)].alive))
         return -1;
     QString final_name = name.isEmpty() ? type + QLatin1Char('1') : name;
@@ -248,6 +252,7 @@ QVector<int> scene::match(const QString& pattern) const {
 }
 
 void scene::remove_node(int id) {
+    ++generation_;
     if (id < 0 || id >= int(nodes_.size()) || !nodes_[size_t(id)].alive)
         return;
     const QVector<int> children = nodes_[size_t(id)].children;
@@ -266,6 +271,7 @@ void scene::remove_node(int id) {
 }
 
 bool scene::rename_node(int id, const QString& new_name) {
+    ++generation_;
     if (id < 0 || id >= int(nodes_.size()) || !nodes_[size_t(id)].alive)
         return false;
     if (!valid_node_name(new_name) || sibling_clash(new_name, nodes_[size_t(id)].parent))

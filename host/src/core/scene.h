@@ -84,6 +84,9 @@ public:
 
     static bool valid_node_name(const QString& name);
 
+    // Goes up with every change of nodes or namespaces, so that views know when to redraw.
+    quint64 generation() const { return generation_; }
+
 private:
     bool sibling_clash(const QString& name, int parent) const;
     QString unique_name(const QString& base) const;
@@ -101,6 +104,7 @@ private:
     QHash<QString, int> file_info_index_;
     QString name_;
     bool modified_ = false;
+    quint64 generation_ = 0;
 };
 
 // The namespace part of a node name: "a:b:c" -> "a:b", "c" -> "".

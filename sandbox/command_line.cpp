@@ -1,0 +1,43 @@
+#include "command_line.h"
+
+#include <QKeyEvent>
+
+namespace sandbox {
+
+command_line::command_line(QWidget* parent) : QLineEdit(parent) {
+    setPlaceholderText(tr("MEL"));
+    connect(this, &QLineEdit::returnPressed, this, &command_line::submit);
+}
+
+void command_line::submit() {
+    const QString mel = text().trimmed();
+    if (mel.isEmpty())
+        return;
+    if (history_.isEmpty() || history_.last() != mel)
+        history_.append(mel);
+    cursor_ = history_.size();
+    draft_.clear();
+    clear();
+    emit submitted(mel);
+}
+
+void command_line::recall(int step) {
+    const int next = qBound(0, cursor_ + step, int(history_.size()));
+    if (next == cursor_)
+        return;
+    if (cursor_ == history_.size())
+        draft_ = text();
+    cursor_ = next;
+    setText(cursor_ == history_.size() ? draft_ : history_[cursor_]);
+}
+
+void command_line::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Up)
+        recall(-1);
+    else if (event->key() == Qt::Key_Down)
+        recall(+1);
+    else
+        QLineEdit::keyPressEvent(event);
+}
+
+} // namespace sandbox

@@ -1,0 +1,163 @@
+#include "main_window.h"
+
+#include "command_line.h"
+#include "core/session.h"
+#include "outliner.h"
+#include "output_pane.h"
+#include "picker_icon.h"
+
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace sandbox {
+
+namespace {
+
+const QString scene_filter = QStringLiteral("Maya ASCII (*.ma)");
+
+} // namespace
+
+main_window::main_window(QWidget* parent) : QMainWindow(parent) {
+    setObjectName(QStringLiteral("MayaWindow"));
+    resize(1200, 760);
+
+    outliner_ = new outliner;
+    output_ = new output_pane;
+    command_line_ = new command_line;
+
+    auto* bottom = new QWidget;
+    auto* bottom_layout = new QHBoxLayout(bottom);
+    bottom_layout->setContentsMargins(4, 2, 4, 2);
+    bottom_layout->addWidget(new QLabel(QStringLiteral("MEL")));
+    bottom_layout->addWidget(command_line_);
+
+    auto* script_editor = new QWidget;
+    auto* script_layout = new QVBoxLayout(script_editor);
+    script_layout->setContentsMargins(0, 0, 0, 0);
+    script_layout->setSpacing(0);
+    script_layout->addWidget(output_);
+    script_layout->addWidget(bottom);
+
+    auto* splitter = new QSplitter(Qt::Horizontal);
+    splitter->addWidget(outliner_);
+    splitter->addWidget(script_editor);
+    splitter->setStretchFactor(0, 1);
+    splitter->setStretchFactor(1, 3);
+    splitter->setSizes({320, 880});
+    setCentralWidget(splitter);
+
+    host::session& host = host::session::get();
+    host.out.set_sink(
+        [this](host::line_kind kind, const QString& line) { output_->append_line(kind, line); });
+    connect(command_line_, &command_line::submitted, this, &main_window::run_mel);
+    build_menus();
+
+    // MEL run on idle (the picker's writes) changes the scene too: keep up with it.
+    auto* poll = new QTimer(this);
+    connect(poll, &QTimer::timeout, this, &main_window::refresh_views);
+    poll->start(250);
+    refresh_views();
+}
+
+main_window::~main_window() {
+    host::session::get().out.set_sink({});
+}
+
+void main_window::build_menus() {
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&New Scene"), this, &main_window::new_scene, QKeySequence::New);
+    file->addAction(tr("&Open Scene..."), this, &main_window::open_scene, QKeySequence::Open);
+    file->addAction(tr("&Save Scene"), this, &main_window::save_scene, QKeySequence::Save);
+    file->addAction(tr("Save Scene &As..."), this, &main_window::save_scene_as,
+                    QKeySequence::SaveAs);
+    file->addSeparator();
+    file->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+
+    auto* picker = new QAction(picker_icon(), tr("Picker"), this);
+    picker->setObjectName(QStringLiteral("open_picker"));
+    picker->setToolTip(tr("Open the picker (ZelvaniPicker)"));
+    connect(picker, &QAction::triggered, this,
+            [this] { run_mel(QStringLiteral("ZelvaniPicker")); });
+    menuBar()->addMenu(tr("&Picker"))->addAction(picker);
+
+    QToolBar* shelf = addToolBar(tr("Shelf"));
+    shelf->setObjectName(QStringLiteral("shelf"));
+    shelf->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    shelf->setIconSize(QSize(32, 32));
+    shelf->addAction(picker);
+}
+
+void main_window::run_mel(const QString& mel) {
+    output_->append_line(host::line_kind::text, mel);
+    host::session::get().execute(mel, /*echo*/ true);
+    refresh_views();
+}
+
+void main_window::refresh_views() {
+    outliner_->refresh();
+    update_title();
+}
+
+void main_window::update_title() {
+    const host::scene& scene = host::session::get().scene;
+    const QString name =
+        scene.name().isEmpty() ? tr("untitled") : QFileInfo(scene.name()).fileName();
+    setWindowTitle(QStringLiteral("Zelvani Sandbox - %1%2")
+                       .arg(name, scene.modified() ? QStringLiteral("*") : QString()));
+}
+
+void main_window::new_scene() {
+    host::session::get().new_scene();
+    refresh_views();
+}
+
+void main_window::open_scene() {
+    const QString path =
+        QFileDialog::getOpenFileName(this, tr("Open Scene"), QString(), scene_filter);
+    if (path.isEmpty())
+        return;
+    QString error;
+    if (!host::session::get().open_scene(path, &error))
+        host::session::get().out.error(error);
+    refresh_views();
+}
+
+bool main_window::save_scene() {
+    const QString current = host::session::get().scene.name();
+    if (current.isEmpty())
+        return save_scene_as();
+    QString error;
+    const bool ok = host::session::get().save_scene(current, &error);
+    if (!ok)
+        host::session::get().out.error(error);
+    refresh_views();
+    return ok;
+}
+
+bool main_window::save_scene_as() {
+    QString path = QFileDialog::getSaveFileName(this, tr("Save Scene As"), QString(), scene_filter);
+    if (path.isEmpty())
+        return false;
+    if (!path.endsWith(QLatin1String(".ma"), Qt::CaseInsensitive))
+        path += QLatin1String(".ma");
+    host::session::get().scene.set_name(path);
+    return save_scene();
+}
+
+void main_window::closeEvent(QCloseEvent* event) {
+    // As Maya: "quitApplication" reaches the plug-ins while the window still stands.
+    host::session::get().quit();
+    host::session::get().run_idle();
+    event->accept();
+}
+
+} // namespace sandbox

@@ -1,0 +1,43 @@
+#pragma once
+// The sandbox's main window, the one MQtUtil::mainWindow gives the plug-in: outliner,
+// script output and command line, File menu on Maya ASCII scenes, and the picker button.
+#include <QMainWindow>
+
+namespace sandbox {
+
+class command_line;
+class outliner;
+class output_pane;
+
+class main_window : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit main_window(QWidget* parent = nullptr);
+    ~main_window() override;
+
+    // Runs MEL as typed into the command line: echoed, run, results printed.
+    void run_mel(const QString& mel);
+    // Brings the outliner and the title up to date with the scene.
+    void refresh_views();
+
+    outliner* scene_outliner() const { return outliner_; }
+    command_line* mel_line() const { return command_line_; }
+    output_pane* output() const { return output_; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void build_menus();
+    void new_scene();
+    void open_scene();
+    bool save_scene();
+    bool save_scene_as();
+    void update_title();
+
+    outliner* outliner_;
+    output_pane* output_;
+    command_line* command_line_;
+};
+
+} // namespace sandbox
