@@ -1,0 +1,111 @@
+// The sandbox's window parts: the outliner follows and leads the host selection, the
+// command line keeps a history, the demo scene opens, batch runs answer dialogs.
+#include "command_line.h"
+#include "core/session.h"
+#include "demo_scene.h"
+#include "dialog_answerer.h"
+#include "outliner.h"
+
+#include <QMessageBox>
+#include <QTimer>
+#include <QtTest>
+
+namespace {
+
+QStringList selected_rows(const QTreeWidget& tree) {
+    QStringList names;
+    for (const QTreeWidgetItem* item : tree.selectedItems())
+        names << item->data(0, Qt::UserRole).toString();
+    names.sort();
+    return names;
+}
+
+} // namespace
+
+class test_sandbox_window : public QObject {
+    Q_OBJECT
+    host::session& host = host::session::get();
+    QStringList lines;
+
+private slots:
+    void init() {
+        host.reset();
+        lines.clear();
+        host.out.set_sink([this](host::line_kind, const QString& l) { lines << l.trimmed(); });
+    }
+
+    void the_outliner_and_the_host_share_one_selection() {
+        for (const bool deferred : {false, true}) {
+            host.reset();
+            host.defer_selection_changed = deferred;
+            host.execute(
+                "createNode transform -n \"hero:arm\"; createNode transform -n \"hero:leg\";"
+                "createNode transform -n \"prop\";");
+            sandbox::outliner tree;
+            QCOMPARE(tree.topLevelItemCount(), 2); // "hero:" and "prop"
+            QCOMPARE(tree.topLevelItem(0)->childCount(), 2);
+
+            host.execute("select hero:leg prop;");
+            host.run_idle();
+            QCOMPARE(selected_rows(tree), QStringList({"hero:leg", "prop"}));
+
+            tree.clearSelection();
+            QVERIFY(host.active.empty());
+            tree.topLevelItem(0)->child(0)->setSelected(true);
+            QCOMPARE(host.active.names(), QStringList({"hero:arm"}));
+
+            // New nodes appear at the next refresh, deleted ones go.
+            host.execute("createNode -ss transform -n \"hero:head\"; delete prop;");
+            tree.refresh();
+            QCOMPARE(tree.topLevelItemCount(), 1);
+            QCOMPARE(tree.topLevelItem(0)->childCount(), 3);
+            QCOMPARE(selected_rows(tree), QStringList({"hero:arm"}));
+        }
+    }
+
+    void the_command_line_walks_its_history() {
+        sandbox::command_line line;
+        QStringList ran;
+        connect(&line, &sandbox::command_line::submitted, [&](const QString& m) { ran << m; });
+        for (const char* mel : {"ls;", "ls;", "select -cl;"}) {
+            line.setText(mel);
+            QTest::keyClick(&line, Qt::Key_Return);
+        }
+        QCOMPARE(ran.size(), 3);
+        QCOMPARE(line.history(), QStringList({"ls;", "select -cl;"}));
+        line.setText("draft");
+        QTest::keyClick(&line, Qt::Key_Up);
+        QCOMPARE(line.text(), QString("select -cl;"));
+        QTest::keyClick(&line, Qt::Key_Up);
+        QTest::keyClick(&line, Qt::Key_Up);
+        QCOMPARE(line.text(), QString("ls;"));
+        QTest::keyClick(&line, Qt::Key_Down);
+        QTest::keyClick(&line, Qt::Key_Down);
+        QCOMPARE(line.text(), QString("draft"));
+    }
+
+    void the_demo_scene_is_a_character_in_a_namespace() {
+        QString error;
+        QVERIFY2(sandbox::open_demo_scene(&error), qPrintable(error));
+        QVERIFY(host.scene.name().isEmpty());
+        QVERIFY(!host.scene.modified());
+        const host::execution r = host.execute("ls \"hero:*\";");
+        QVERIFY(r.values.size() >= 30);
+        QVERIFY(r.values.contains("hero:L_index_ctrl"));
+        QVERIFY(r.values.contains("hero:jaw_ctrl"));
+    }
+
+    void batch_dialogs_are_printed_and_answered() {
+        sandbox::dialog_answerer answerer;
+        QCOMPARE(QMessageBox::warning(nullptr, "Close Tab", "Really?",
+                                      QMessageBox::Ok | QMessageBox::Cancel),
+                 QMessageBox::Cancel);
+        QCOMPARE(QMessageBox::critical(nullptr, "Open Failed", "No file.", QMessageBox::Ok),
+                 QMessageBox::Ok);
+        QCOMPARE(lines, QStringList({"// Warning: Close Tab: Really? //",
+                                     "// Warning: Open Failed: No file. //"}));
+    }
+};
+
+QTEST_MAIN(test_sandbox_window)
+#include "test_sandbox_window.moc"
