@@ -30,7 +30,9 @@ namespace {
 void create_picker_window() {
     auto* main_window = qobject_cast<QMainWindow*>(MQtUtil::mainWindow());
     picker_dock = new QDockWidget(nullptr, Qt::WindowFlags());
-    picker_dock->setObjectName(QStringLiteral("ZelvaniPicker"));
+    // The main window remembers a dock by its name after the dock is gone, and may
+    // outlive this library: the name must not point into it.
+    picker_dock->setObjectName(QString::fromLatin1("ZelvaniPicker"));
     picker_dock->setWidget(new picker_window(picker_dock));
     if (main_window)
         main_window->addDockWidget(Qt::RightDockWidgetArea, picker_dock);

@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QEvent>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
@@ -24,14 +25,18 @@ QString dialog_text(QDialog* dialog) {
 }
 
 void answer(QDialog* dialog) {
-    auto* box = qobject_cast<QMessageBox*>(dialog);
-    QAbstractButton* button = box ? box->escapeButton() : nullptr;
-    if (box && !button)
-        button = box->defaultButton();
-    if (button)
-        button->click();
-    else
-        dialog->reject();
+    // Escape presses the box's escape button, which Qt works out from the buttons' roles.
+    if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QApplication::sendEvent(box, &escape);
+        if (!box->isVisible())
+            return;
+        if (QPushButton* button = box->defaultButton()) {
+            button->click();
+            return;
+        }
+    }
+    dialog->reject();
 }
 
 } // namespace

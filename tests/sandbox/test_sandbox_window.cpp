@@ -4,8 +4,12 @@
 #include "core/session.h"
 #include "demo_scene.h"
 #include "dialog_answerer.h"
+#include "main_window.h"
 #include "outliner.h"
+#include "output_pane.h"
 
+#include <QAction>
+#include <QDockWidget>
 #include <QMessageBox>
 #include <QTimer>
 #include <QtTest>
@@ -93,6 +97,21 @@ private slots:
         QVERIFY(r.values.size() >= 30);
         QVERIFY(r.values.contains("hero:L_index_ctrl"));
         QVERIFY(r.values.contains("hero:jaw_ctrl"));
+    }
+
+    void the_shelf_button_opens_the_picker() {
+        sandbox::main_window window;
+        host.set_main_window(&window);
+        QVERIFY(host.load_plugin(ZELVANI_PLUGIN_PATH));
+        host.run_idle();
+        window.findChild<QAction*>("open_picker")->trigger();
+        host.run_idle();
+        auto* dock = window.findChild<QDockWidget*>("ZelvaniPicker");
+        QVERIFY(dock);
+        QVERIFY(dock->isFloating());
+        QVERIFY(window.output()->toPlainText().contains("ZelvaniPicker"));
+        host.reset();
+        host.set_main_window(nullptr);
     }
 
     void batch_dialogs_are_printed_and_answered() {
