@@ -630,15 +630,15 @@ parsed_flags parse_flags(const builtin_call& call, std::initializer_list<flag_sp
         const QString f = to_string(call.args[k]).mid(1);
         if (f == QLatin1String("q") || f == QLatin1String("query"))
             continue;
-        const flag_spec* spec = nullptr;
+        const flag_spec* declared = nullptr;
         for (const flag_spec& s : specs) {
             if (f == QLatin1String(s.short_name) || f == QLatin1String(s.long_name))
-                spec = &s;
+                declared = &s;
         }
-        if (!spec)
+        if (!declared)
             call.fail(QStringLiteral("Invalid flag '-%1'").arg(f));
-        QVector<value>& values = out.set[QLatin1String(spec->long_name)];
-        const int wanted = out.query ? 0 : spec->values;
+        QVector<value>& values = out.set[QLatin1String(declared->long_name)];
+        const int wanted = out.query ? 0 : declared->values;
         for (int n = 0; n < wanted; ++n) {
             if (k + 1 >= call.args.size() || call.flags.value(k + 1))
                 call.fail(QStringLiteral("Flag '-%1' needs a value.").arg(f));
