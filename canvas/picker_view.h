@@ -55,6 +55,11 @@ public:
     int button_index_by_label(const QString& text) const;
     picker_button* button_by_target(const QString& name) const;
 
+    // --- namespaces ---
+    void collect_namespaces(QStringList& list) const;
+    void rebind_namespaces(QStringList scene_list, bool always);
+    void update_namespace(const QString& to);
+
     // --- streams ---
     void write_buttons(QDataStream& out) const;
     void read_buttons(QDataStream& in, int version);

@@ -40,6 +40,11 @@ private:
     MStatus set_background(const MStringArray& args);
     MStatus clear_background(const MStringArray& args);
     MStatus resize_background(const MStringArray& args);
+    // --- namespaces ---
+    MStatus bind(const MStringArray& args);
+    MStatus rebind(const MStringArray& args);
+    MStatus update_namespace(const MStringArray& args);
+    MStatus get_namespaces(const MStringArray& args);
     // --- tabs ---
     MStatus save(const MStringArray& args);
     MStatus saveas(const MStringArray& args);

@@ -74,6 +74,8 @@ public slots:
     void updateSceneData();
     void save_current();
     void saveas_current();
+    // Asks the host for the scene's namespaces and offers to rebind the current tab.
+    void change_namespace();
 
 private:
     void add_view_tab(picker_view* view, const QString& title);

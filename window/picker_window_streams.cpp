@@ -160,3 +160,7 @@ void picker_window::open_files(const QStringList& paths) {
         MGlobal::executeCommandOnIdle("ZelvaniPicker \"bind\" `picker_ListNamespaces`;");
     }
 }
+
+void picker_window::change_namespace() {
+    MGlobal::executeCommandOnIdle("ZelvaniPicker \"rebind\" `picker_ListNamespaces`;");
+}

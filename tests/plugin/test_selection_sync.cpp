@@ -1,5 +1,6 @@
 // The picker follows the scene selection, and its select and clear directives lead it, in
 // both orders of the host's "SelectionChanged" event.
+#include "picker_data.h"
 #include "plugin_fixture.h"
 
 #include <QDataStream>
@@ -7,20 +8,14 @@
 
 namespace {
 
-// Picker data of tabs, each a list of buttons given by their targets.
-QString picker_data(const QList<QPair<QString, QList<QStringList>>>& tabs) {
-    QByteArray bytes;
-    QDataStream out(&bytes, QIODevice::WriteOnly);
-    out << qint32(5) << qint32(tabs.size()) << qint32(0);
-    for (int t = 0; t < tabs.size(); ++t) {
-        out << qint32(t) << tabs[t].first << QString() << qint32(tabs[t].second.size());
-        for (int b = 0; b < tabs[t].second.size(); ++b) {
-            out << qint32(b) << QPoint(20 * b, 0);
-            out << qint32(10) << qint32(10) << qint32(10) << qint32(0) << qint32(0);
-            out << qint32(0xff0000) << qint32(0) << QString() << tabs[t].second[b];
-        }
+test_tab tab_of(const QString& name, const QList<QStringList>& buttons) {
+    test_tab tab{name, {}, {}, {}};
+    for (const QStringList& targets : buttons) {
+        test_button button;
+        button.targets = targets;
+        tab.buttons.append(button);
     }
-    return QString::fromLatin1(qCompress(bytes, 9).toBase64());
+    return tab;
 }
 
 } // namespace
@@ -44,9 +39,9 @@ private slots:
         f.mel("createNode transform -n \"hero:arm\"; createNode transform -n \"hero:leg\";"
               "createNode transform -n \"hero:head\"; select -cl;");
         f.mel("ZelvaniPicker;");
-        const QString data = picker_data({{"Body", {{"hero:arm"}, {"hero:leg", "hero:head"}}},
-                                          {"Face", {{"hero:head"}}},
-                                          {"Legs", {{"hero:leg"}, {"hero:arm"}}}});
+        const QString data = scene_data({tab_of("Body", {{"hero:arm"}, {"hero:leg", "hero:head"}}),
+                                         tab_of("Face", {{"hero:head"}}),
+                                         tab_of("Legs", {{"hero:leg"}, {"hero:arm"}})});
         f.mel("ZelvaniPicker restore \"" + data + "\";");
         QCOMPARE(f.mel("ZelvaniPicker query_tabs;"), QString("Body Face Legs"));
         QCOMPARE(current_tab(), 0);

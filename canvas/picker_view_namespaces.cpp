@@ -1,0 +1,57 @@
+// Binding a picker to the scene's namespaces. A rewrite is not an edit: no undo, no
+// changed(), no repaint; the new names reach the scene with the next write.
+#include "canvas/picker_view.h"
+
+#include "document/button_queries.h"
+#include "document/namespace_rewrite.h"
+#include "window/picker_editNamespaceDialog.h"
+
+namespace {
+
+const QString root = QStringLiteral(":");
+
+} // namespace
+
+void picker_view::collect_namespaces(QStringList& list) const {
+    collect_button_namespaces(buttons, list);
+}
+
+void picker_view::rebind_namespaces(QStringList scene_list, bool always) {
+    QStringList used;
+    collect_namespaces(used);
+    used.removeAll(QString());
+    if (used.isEmpty()) {
+        used.append(root);
+        if (!scene_list.contains(root))
+            scene_list.append(root);
+    }
+    scene_list.removeAll(QString());
+    if (!always) {
+        bool all_there = !scene_list.isEmpty();
+        for (const QString& ns : qAsConst(used))
+            all_there = all_there && scene_list.contains(ns);
+        if (all_there)
+            return;
+    }
+    QStringList from_list, to_list;
+    if (!ask_namespaces(this, used, scene_list, from_list, to_list))
+        return;
+    if (from_list.isEmpty())
+        return;
+    for (picker_button* button : qAsConst(buttons))
+        rename_namespaces(*button, from_list, to_list);
+}
+
+void picker_view::update_namespace(const QString& to) {
+    QStringList used;
+    collect_namespaces(used);
+    if (used.isEmpty())
+        used.append(root);
+    QStringList from_list, to_list;
+    for (const QString& from : qAsConst(used)) {
+        from_list.append(namespace_prefix(from, false));
+        to_list.append(namespace_prefix(to, true));
+    }
+    for (picker_button* button : qAsConst(buttons))
+        rename_namespaces(*button, from_list, to_list);
+}
