@@ -2,6 +2,7 @@
 
 #include "core/session.h"
 #include "demo_scene.h"
+#include "host_style.h"
 #include "idle_pump.h"
 #include "main_window.h"
 
@@ -41,6 +42,7 @@ void take_screenshot(const QString& path) {
 } // namespace
 
 int run_window(const window_options& options) {
+    apply_host_style();
     host::session& host = host::session::get();
     main_window window;
     host.set_main_window(&window);
@@ -63,7 +65,7 @@ int run_window(const window_options& options) {
     run_steps(window, options.steps);
 
     if (!options.screenshot.isEmpty())
-        QTimer::singleShot(800, [path = options.screenshot] { take_screenshot(path); });
+        QTimer::singleShot(500, [path = options.screenshot] { take_screenshot(path); });
     const int code = QApplication::exec();
     host.set_main_window(nullptr);
     return code;
