@@ -64,6 +64,11 @@ private slots:
             QCOMPARE(tree.topLevelItemCount(), 1);
             QCOMPARE(tree.topLevelItem(0)->childCount(), 3);
             QCOMPARE(selected_rows(tree), QStringList({"hero:arm"}));
+
+            host.new_scene();
+            tree.refresh();
+            QCOMPARE(tree.topLevelItemCount(), 0);
+            QVERIFY(tree.selectedItems().isEmpty());
         }
     }
 
