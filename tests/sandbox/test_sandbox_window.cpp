@@ -4,13 +4,16 @@
 #include "core/session.h"
 #include "demo_scene.h"
 #include "dialog_answerer.h"
+#include "idle_pump.h"
 #include "main_window.h"
 #include "outliner.h"
 #include "output_pane.h"
 
 #include <QAction>
 #include <QDockWidget>
+#include <QInputDialog>
 #include <QMessageBox>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
 
@@ -104,6 +107,39 @@ private slots:
         QVERIFY(r.values.contains("hero:jaw_ctrl"));
     }
 
+    void the_window_title_and_output_follow_the_host() {
+        sandbox::main_window window;
+        QCOMPARE(window.windowTitle(), QString("Zelvani Sandbox - untitled"));
+        window.run_mel("file -modified 1; select nosuch;");
+        QCOMPARE(window.windowTitle(), QString("Zelvani Sandbox - untitled*"));
+        const QString shown = window.output()->toPlainText();
+        QVERIFY(shown.startsWith("file -modified 1; select nosuch;\n// Error: "));
+
+        QTemporaryDir dir;
+        QVERIFY(host.save_scene(dir.filePath("shot.ma")));
+        window.refresh_views();
+        QCOMPARE(window.windowTitle(), QString("Zelvani Sandbox - shot.ma"));
+    }
+
+    void the_idle_queue_runs_when_the_event_loop_idles() {
+        sandbox::main_window window;
+        sandbox::idle_pump pump;
+        connect(&pump, &sandbox::idle_pump::drained, &window, &sandbox::main_window::refresh_views);
+        int nested = 0;
+        host.idle.push_task([&] {
+            // A dialog's loop inside an idle entry must not drain the queue again.
+            host.idle.push_mel("createNode transform -n \"late\";");
+            QCoreApplication::processEvents();
+            nested = host.scene.exists("late") ? 1 : 0;
+        });
+        // An event loop that blocks, as the application's does; qWait never blocks.
+        QSignalSpy drained(&pump, &sandbox::idle_pump::drained);
+        QVERIFY(drained.wait());
+        QVERIFY(host.idle.empty() && host.scene.exists("late"));
+        QCOMPARE(nested, 0);
+        QCOMPARE(window.scene_outliner()->topLevelItemCount(), 1);
+    }
+
     void the_shelf_button_opens_the_picker() {
         sandbox::main_window window;
         host.set_main_window(&window);
@@ -126,8 +162,14 @@ private slots:
                  QMessageBox::Cancel);
         QCOMPARE(QMessageBox::critical(nullptr, "Open Failed", "No file.", QMessageBox::Ok),
                  QMessageBox::Ok);
+        bool ok = true;
+        QCOMPARE(QInputDialog::getText(nullptr, "Rename Tab", "New name:", QLineEdit::Normal,
+                                       "Untitled", &ok),
+                 QString());
+        QVERIFY(!ok);
         QCOMPARE(lines, QStringList({"// Warning: Close Tab: Really? //",
-                                     "// Warning: Open Failed: No file. //"}));
+                                     "// Warning: Open Failed: No file. //",
+                                     "// Warning: Rename Tab: New name: //"}));
     }
 };
 
