@@ -76,3 +76,34 @@ inline bool write_pkr(const QString& path, const test_tab& tab, int version = 5)
     write_test_header(out, tab, version);
     return true;
 }
+
+// Reads the current stream layout back, for comparing what the picker wrote.
+inline QList<test_tab> read_scene_data(const QString& base64) {
+    const QByteArray bytes = qUncompress(QByteArray::fromBase64(base64.toLatin1()));
+    QDataStream in(bytes);
+    qint32 version = 0, count = 0, current = 0;
+    in >> version >> count >> current;
+    QList<test_tab> tabs;
+    for (int t = 0; t < count && in.status() == QDataStream::Ok; ++t) {
+        test_tab tab;
+        qint32 index = 0, buttons = 0;
+        in >> index >> tab.name >> tab.background_id;
+        if (!tab.background_id.isEmpty())
+            in >> tab.background;
+        in >> buttons;
+        for (int i = 0; i < buttons && in.status() == QDataStream::Ok; ++i) {
+            test_button b;
+            qint32 size = 0, targets = 0;
+            in >> b.stored_index >> b.position >> size >> b.width >> b.height >> b.kind >>
+                b.language >> b.color >> b.label_color >> b.label >> targets;
+            for (int k = 0; k < targets && in.status() == QDataStream::Ok; ++k) {
+                QString target;
+                in >> target;
+                b.targets << target;
+            }
+            tab.buttons << b;
+        }
+        tabs << tab;
+    }
+    return tabs;
+}

@@ -4,22 +4,42 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialog>
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTabWidget>
 #include <QTimer>
 #include <maya/MQtUtil.h>
 
 struct plugin_fixture {
     host::session& host = host::session::get();
-    QStringList lines; // everything the host printed since start()
+    QStringList lines;              // everything the host printed since start()
+    QStringList unexpected_dialogs; // titles of dialogs nobody answered, closed after a while
+
+    plugin_fixture() {
+        // A dialog that no test expects would wait for ever: close it and note it.
+        auto* watchdog = new QTimer(qApp);
+        QObject::connect(watchdog, &QTimer::timeout, [this] {
+            static QPointer<QWidget> seen;
+            QWidget* modal = QApplication::activeModalWidget();
+            if (modal && modal == seen) {
+                unexpected_dialogs << modal->windowTitle();
+                if (auto* dialog = qobject_cast<QDialog*>(modal))
+                    dialog->reject();
+            }
+            seen = modal;
+        });
+        watchdog->start(1000);
+    }
 
     // A fresh host with its output captured; with `load`, the plug-in loaded and its
     // start-up script run.
     void start(bool load = true) {
         host.reset();
         lines.clear();
+        unexpected_dialogs.clear();
         host.out.set_sink([this](host::line_kind, const QString& l) { lines << l; });
         if (load) {
             QString error;
