@@ -7,7 +7,9 @@
 
 const QFont& label_font() {
     static const QFont font = [] {
-        QFont f(QStringLiteral("Tahoma"));
+        // Qt's font cache keeps the family name past this library's unloading: a heap copy,
+        // never a literal that lives in the library.
+        QFont f(QString::fromLatin1("Tahoma"));
         f.setPixelSize(11);
         f.setStyleStrategy(QFont::NoAntialias);
         return f;
