@@ -5,6 +5,7 @@
 #include <QDataStream>
 #include <QList>
 #include <QPixmap>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QUndoStack>
@@ -48,6 +49,7 @@ public:
     QList<picker_button_data> selected_data() const;
     QList<picker_button_data> selected_indices_and_data(QVector<int>& indices) const;
     bool match_selection(const QStringList& names);
+    bool match_selection(const QSet<QString>& names);
     bool refresh_highlights();
 
     // --- lookups ---

@@ -78,8 +78,12 @@ QList<picker_button_data> picker_view::selected_indices_and_data(QVector<int>& i
 }
 
 bool picker_view::match_selection(const QStringList& names) {
-    // A set makes this linear in targets; the outcome is that of a search of the list.
-    return match_buttons(buttons, QSet<QString>(names.begin(), names.end()));
+    return match_selection(QSet<QString>(names.begin(), names.end()));
+}
+
+// A set makes this linear in targets; the outcome is that of a search of the list.
+bool picker_view::match_selection(const QSet<QString>& names) {
+    return match_buttons(buttons, names);
 }
 
 bool picker_view::refresh_highlights() {

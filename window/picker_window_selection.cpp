@@ -23,16 +23,17 @@ void picker_window::apply_selection(const QStringList& names) {
         return;
     }
     const QStringList wanted = distinct_names(selected_objects);
+    const QSet<QString> lookup(wanted.begin(), wanted.end()); // built once for all tabs
     for (int t = 0; t < tabs->count(); ++t) {
         picker_view* view = view_at(t);
-        if (!view || !view->match_selection(wanted))
+        if (!view || !view->match_selection(lookup))
             continue;
         // A single object switches to the last tab whose highlights changed and which
         // holds a button for it.
         if (wanted.size() == 1 && auto_tab_switching) {
             for (const picker_button* button : qAsConst(view->buttons)) {
                 for (const QString& target : button->targets) {
-                    if (wanted.contains(target))
+                    if (lookup.contains(target))
                         tabs->setCurrentIndex(t);
                 }
             }
