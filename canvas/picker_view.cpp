@@ -1,17 +1,21 @@
 #include "canvas/picker_view.h"
 
+#include "canvas/banner_overlay.h"
+#include "canvas/marquee_overlay.h"
 #include "window/picker_window.h"
 
-#include <QPaintEvent>
-#include <QPainter>
-
 picker_view::picker_view(picker_window* owner) : QWidget(owner), window(owner) {
-    setAutoFillBackground(false);
     setMinimumSize(50, 50);
+    zoom_timer.setSingleShot(false);
+    connect(&zoom_timer, SIGNAL(timeout()), this, SLOT(animate_zoom()));
+    overlays.push_back(new marquee_overlay);
+    overlays.push_back(new banner_overlay(this));
 }
 
 picker_view::~picker_view() {
     clear_buttons();
+    for (picker_overlay* overlay : overlays)
+        delete overlay;
 }
 
 void picker_view::clear_buttons() {
@@ -29,12 +33,4 @@ void picker_view::set_background_image(const QString& id, const QPixmap& pixmap)
 void picker_view::refresh_toolbox() {
     if (window)
         window->refresh_toolbox();
-}
-
-void picker_view::paintEvent(QPaintEvent*) {
-    // A plain backdrop with the picture at the origin until the canvas paints buttons.
-    QPainter painter(this);
-    painter.fillRect(rect(), QColor(0x44, 0x44, 0x44));
-    if (!background.isNull())
-        painter.drawPixmap(0, 0, background);
 }

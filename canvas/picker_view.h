@@ -5,14 +5,18 @@
 #include <QDataStream>
 #include <QList>
 #include <QPixmap>
+#include <QPoint>
 #include <QSet>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 #include <QUndoStack>
 #include <QVector>
 #include <QWidget>
+#include <vector>
 
 class picker_window;
+class picker_overlay;
 
 class picker_view : public QWidget {
     Q_OBJECT
@@ -28,6 +32,27 @@ public:
     QList<picker_button*> buttons; // owned; the order is the z-order
     picker_button* pressed_button = nullptr;
     QUndoStack undo_stack;
+
+    // --- view transform: picker point (0, 0) lies at widget pixel `offset` ---
+    QPoint offset;
+    double zoom = 1.0;
+    QTimer zoom_timer;
+    float anim_t = 0;
+    float anim_from_zoom = 1;
+    QPoint anim_from_offset;
+    float anim_to_zoom = 1;
+    QPoint anim_to_offset;
+
+    QRect to_widget(const QRect& picker_rect) const;
+    QRect rect_to_picker(const QRect& widget_rect) const;
+    QPoint to_picker(const QPoint& widget_point) const;
+    void set_offset(const QPoint& new_offset);
+    void zoom_at(float new_zoom, const QPoint& anchor);
+    void frame_rect(const QRect& picker_rect, bool keep_zoom);
+    QRect content_bounds(bool selected_only) const;
+
+    // Painted above all buttons, in widget pixels: the marquee, then the banner.
+    std::vector<picker_overlay*> overlays;
 
     // --- records ---
     int add_button_record(const picker_button_data& data, int index);
@@ -68,11 +93,23 @@ public:
 
     void refresh_toolbox();
 
+    // --- painting ---
+    void paint_command_button(QPainter* painter, const picker_button* button);
+    void paint_selection_button(QPainter* painter, const picker_button* button);
+    void paint_label(QPainter* painter, const picker_button* button, const QPointF& centre);
+
 signals:
     void changed();
 
+public slots:
+    void reset_view();
+    void frame_view();
+    void animate_zoom();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void clear_buttons();

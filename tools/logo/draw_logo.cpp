@@ -1,5 +1,7 @@
-// Draws the window icon: a turtle shell of hexagons on a rounded tile.
+// Draws the picker's images: the window icon (a turtle shell of hexagons on a rounded
+// tile) and the banner logo (the icon small, beside the name).
 // Build: g++ -fPIC draw_logo.cpp $(pkg-config --cflags --libs Qt5Gui) -o draw_logo
+// Run:   QT_QPA_PLATFORM=offscreen ./draw_logo ZelvaniLogo.png PickerWindowLogoCropped.png
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
@@ -17,10 +19,7 @@ QPolygonF hexagon(QPointF centre, qreal radius) {
     return poly;
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    QGuiApplication app(argc, argv);
+QImage draw_icon() {
     const int size = 64;
     QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
@@ -53,8 +52,35 @@ int main(int argc, char** argv) {
                     r * 0.8));
     }
     p.end();
-    return image.save(argc > 1 ? QString::fromLocal8Bit(argv[1])
-                               : QStringLiteral("ZelvaniLogo.png"))
+    return image;
+}
+
+// 30 pixels high, so that it stands above the banner's 22-pixel strip.
+QImage draw_banner_logo(const QImage& icon) {
+    QImage image(118, 30, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter p(&image);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setRenderHint(QPainter::SmoothPixmapTransform);
+    p.drawImage(QRectF(4, 1, 26, 26), icon);
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(14);
+    font.setBold(true);
+    p.setFont(font);
+    p.setPen(Qt::white);
+    p.drawText(QRectF(34, 8, 84, 22), Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("Zelvani"));
+    return image;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QGuiApplication app(argc, argv);
+    if (argc < 3)
+        return 2;
+    const QImage icon = draw_icon();
+    return icon.save(QString::fromLocal8Bit(argv[1])) &&
+                   draw_banner_logo(icon).save(QString::fromLocal8Bit(argv[2]))
                ? 0
                : 1;
 }
