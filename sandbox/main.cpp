@@ -1,6 +1,7 @@
 // zelvani-sandbox: a Maya-like host for the picker, with a headless batch mode.
 #include "batch_runner.h"
 #include "dialog_answerer.h"
+#include "host_fonts.h"
 #include "window_runner.h"
 
 #include <QApplication>
@@ -59,6 +60,7 @@ int main(int argc, char** argv) {
         qInstallMessageHandler(quiet_platform_messages);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zelvani-sandbox"));
+    sandbox::register_host_fonts();
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("A Maya-like host for the picker."));
