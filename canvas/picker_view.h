@@ -78,6 +78,9 @@ public:
     bool refresh_highlights();
 
     // --- lookups ---
+    // The first button in list order whose widget rectangle holds the point, edges included.
+    picker_button* button_at(const QPoint& point) const;
+    int button_index_at(const QPoint& point) const; // 0 also when nothing is hit
     picker_button* button_by_label(const QString& text) const;
     int button_index_by_label(const QString& text) const;
     picker_button* button_by_target(const QString& name) const;

@@ -66,6 +66,19 @@ void picker_view::set_button_position(picker_button* button, const QPoint& point
     button->rect.moveCenter(point);
 }
 
+picker_button* picker_view::button_at(const QPoint& point) const {
+    const int i = button_index_at(point);
+    return i < buttons.size() && to_widget(buttons[i]->rect).contains(point) ? buttons[i] : nullptr;
+}
+
+int picker_view::button_index_at(const QPoint& point) const {
+    for (int i = 0; i < buttons.size(); ++i) {
+        if (to_widget(buttons[i]->rect).contains(point))
+            return i;
+    }
+    return 0;
+}
+
 picker_button* picker_view::button_by_label(const QString& text) const {
     const int i = button_index_by_label(text);
     return i < buttons.size() && buttons[i]->label == text ? buttons[i] : nullptr;

@@ -121,6 +121,20 @@ private slots:
         QCOMPARE(view->anim_to_zoom, 11.25f);
     }
 
+    void hits_go_to_the_first_button_in_list_order() {
+        picker_button* lower = add(QPoint(50, 50), 20, 20);
+        add(QPoint(55, 50), 20, 20);
+        QCOMPARE(view->button_at(QPoint(55, 50)), lower); // drawn below, found first
+        QCOMPARE(view->button_index_at(QPoint(200, 200)), 0);
+        QVERIFY(!view->button_at(QPoint(200, 200)));
+        // The mapped rectangle's edges count, and it is a pixel short.
+        QCOMPARE(view->to_widget(lower->rect), QRect(41, 41, 19, 19));
+        QCOMPARE(view->button_at(QPoint(41, 41)), lower);
+        QCOMPARE(view->button_at(QPoint(59, 59)), lower);
+        view->zoom = 2.0;
+        QCOMPARE(view->button_at(QPoint(100, 100)), lower);
+    }
+
     void resizing_keeps_the_transform() {
         view->zoom = 3.0;
         view->offset = QPoint(11, 12);
