@@ -155,6 +155,21 @@ private slots:
         host.set_main_window(nullptr);
     }
 
+    void the_demo_scene_carries_its_picker() {
+        QString error;
+        QVERIFY2(sandbox::open_demo_scene(&error), qPrintable(error));
+        QVERIFY(host.load_plugin(ZELVANI_PLUGIN_PATH));
+        host.run_idle();
+        host.execute("ZelvaniPicker;");
+        host.run_idle();
+        QCOMPARE(host.execute("ZelvaniPicker query_tabs;").values, QStringList{"Hero"});
+        QCOMPARE(host.execute("ZelvaniPicker get_namespaces;").values, QStringList{"hero"});
+        // A scene selection reaches the picker without a word.
+        host.execute("select -cl; select hero:L_wrist_ctrl;");
+        QVERIFY(lines.filter("Error").isEmpty());
+        host.reset();
+    }
+
     void batch_dialogs_are_printed_and_answered() {
         sandbox::dialog_answerer answerer;
         QCOMPARE(QMessageBox::warning(nullptr, "Close Tab", "Really?",
