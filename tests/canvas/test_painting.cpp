@@ -84,6 +84,20 @@ private slots:
         QVERIFY(colours_in(light).size() > 1);
     }
 
+    void a_command_button_leaves_its_pen_to_the_shapes_after_it() {
+        picker_button* oval = add(QPoint(160, 60), {"a", "b"});
+        oval->color = 0xe0e0e0;
+        const QRect edge = view->to_widget(oval->rect);
+        const QPoint probe(edge.left(), edge.center().y());
+        const int alone = at(shot(), probe).lightness();
+        // The same oval drawn after a command button gets that button's black outline.
+        picker_button_data command = oval->data();
+        command.kind = 1;
+        command.position = QPoint(60, 60);
+        view->add_button_record(command, 0);
+        QVERIFY(at(shot(), probe).lightness() < alone);
+    }
+
     void command_buttons_are_lit_at_the_top() {
         add(QPoint(60, 60), {"print 1;"}, {}, 1);
         const QImage image = shot();
@@ -113,7 +127,7 @@ private slots:
         const QColor veil = at(image, QPoint(60, 60));
         QVERIFY(veil.red() > 51 && veil.red() < 120);
         QVERIFY(at(image, QPoint(20, 60)).red() > veil.red() + 40); // the border
-        marquee->end = QPoint(180, 100); // no height: nothing
+        marquee->end = QPoint(180, 100);                            // no height: nothing
         QCOMPARE(at(shot(), QPoint(140, 100)), QColor(51, 51, 51));
     }
 
