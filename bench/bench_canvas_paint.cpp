@@ -1,27 +1,16 @@
 // One full paint of a 1920 x 1080 canvas with 1,000 and 10,000 labelled buttons, all of
 // them visible and then a quarter after a zoom, beside the same number of bare fillRect
 // calls on the same kind of painter.
+#include "bench_timing.h"
 #include "canvas/picker_view.h"
 #include "window/picker_window.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QImage>
 #include <QPainter>
 #include <cstdio>
 
 namespace {
-
-template <typename F> double best_ms(F&& work) {
-    double best = 1e300;
-    for (int run = 0; run < 5; ++run) {
-        QElapsedTimer clock;
-        clock.start();
-        work();
-        best = std::min(best, clock.nsecsElapsed() / 1e6);
-    }
-    return best;
-}
 
 void fill(picker_view* view, int count) {
     const int columns = count >= 10000 ? 100 : 40;

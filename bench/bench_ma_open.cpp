@@ -1,5 +1,6 @@
 // Opening a large rig scene: ma::read of a generated ~50 MB Maya ASCII text with 200,000
 // namespaced nodes, beside one memchr pass over the same bytes, at full and half size.
+#include "bench_timing.h"
 #include "core/scene.h"
 #include "ma/ma_file.h"
 #include "ma/ma_lexer.h"
@@ -103,17 +104,6 @@ QByteArray generate(int nodes) {
     return out;
 }
 
-double best_ms(int runs, const std::function<void()>& work) {
-    double best = 1e300;
-    for (int i = 0; i < runs; ++i) {
-        QElapsedTimer timer;
-        timer.start();
-        work();
-        best = std::min(best, timer.nsecsElapsed() / 1e6);
-    }
-    return best;
-}
-
 size_t count_semicolons(const QByteArray& text) {
     size_t count = 0;
     const char* p = text.constData();
@@ -134,7 +124,7 @@ timings run(int nodes) {
     const QByteArray text = generate(nodes);
     // Scenes are destroyed outside the timing: tearing down is not reading.
     std::vector<std::unique_ptr<host::scene>> scenes;
-    const double read_ms = best_ms(3, [&] {
+    const double read_ms = best_ms_n(3, [&] {
         scenes.push_back(std::make_unique<host::scene>());
         QStringList warnings;
         QString error;
@@ -143,7 +133,7 @@ timings run(int nodes) {
     const int read_nodes = scenes.back()->node_count();
     scenes.clear();
     size_t statements = 0;
-    const double lex_ms = best_ms(3, [&] {
+    const double lex_ms = best_ms_n(3, [&] {
         host::ma::statement_lexer lexer(text.constData(), text.constData() + text.size());
         host::ma::statement s;
         statements = 0;
@@ -151,7 +141,7 @@ timings run(int nodes) {
             ++statements;
     });
     size_t semicolons = 0;
-    const double bound_ms = best_ms(5, [&] { semicolons = count_semicolons(text); });
+    const double bound_ms = best_ms_n(5, [&] { semicolons = count_semicolons(text); });
     std::printf("%7.1f MB %7d nodes | ma::read %8.1f ms (%6.0f MB/s) | statements only %7.1f ms"
                 " | memchr ';' bound %6.2f ms | read/bound %6.1fx\n",
                 text.size() / 1e6, read_nodes, read_ms, text.size() / 1e3 / read_ms, lex_ms,

@@ -1,8 +1,8 @@
 // The picker hands its whole scene data to MEL as one string literal: running
 // `fileInfo "k" "<base64>";` must cost about one pass over the text.
+#include "bench_timing.h"
 #include "core/session.h"
 
-#include <QElapsedTimer>
 #include <cstdio>
 
 namespace {
@@ -13,17 +13,6 @@ QString statement_of(int megabytes) {
         payload[i] = "0123456789+/abcdefghij"[i % 22];
     return QStringLiteral("fileInfo \"ZelvaniPickerData\" \"") + QString::fromLatin1(payload) +
            QStringLiteral("\"; file -modified 1;");
-}
-
-template <typename F> double best_ms(F&& work) {
-    double best = 1e300;
-    for (int run = 0; run < 5; ++run) {
-        QElapsedTimer clock;
-        clock.start();
-        work();
-        best = std::min(best, clock.nsecsElapsed() / 1e6);
-    }
-    return best;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // Pickers of thousands of buttons: writing the scene data, opening a .pkr and restoring
 // from the scene, and following a selection, each beside the simplest way to do the same
 // work in the same run.
+#include "bench_timing.h"
 #include "canvas/picker_view.h"
 #include "core/session.h"
 #include "document/button_geometry.h"
@@ -9,7 +10,6 @@
 #include "window/picker_window.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QHash>
 #include <QImage>
@@ -19,17 +19,6 @@
 #include <cstdio>
 
 namespace {
-
-template <typename F> double best_ms(F&& work, int runs = 3) {
-    double best = 1e300;
-    for (int run = 0; run < runs; ++run) {
-        QElapsedTimer clock;
-        clock.start();
-        work();
-        best = std::min(best, clock.nsecsElapsed() / 1e6);
-    }
-    return best;
-}
 
 QString target_name(int button, int k) {
     return QStringLiteral("hero:ctrl_%1_%2").arg(button).arg(k);

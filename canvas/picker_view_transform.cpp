@@ -23,23 +23,23 @@ float clamp_zoom(float z) {
     return z < min_zoom ? min_zoom : (z > max_zoom ? max_zoom : z);
 }
 
+// Each edge mapped by itself; right() and bottom() are a pixel inside, so the mapped
+// rectangle comes out a pixel short on purpose.
+template <typename F> QRect map_edges(const QRect& r, F edge) {
+    const int l = edge(r.left(), true), t = edge(r.top(), false);
+    return QRect(l, t, edge(r.right(), true) - l, edge(r.bottom(), false) - t);
+}
+
 } // namespace
 
 QRect picker_view::to_widget(const QRect& r) const {
-    const int l = to_widget_edge(r.left(), zoom, offset.x());
-    const int t = to_widget_edge(r.top(), zoom, offset.y());
-    const int right = to_widget_edge(r.right(), zoom, offset.x());
-    const int b = to_widget_edge(r.bottom(), zoom, offset.y());
-    // right() is left + width - 1: the mapped rectangle is a pixel short on purpose.
-    return QRect(l, t, right - l, b - t);
+    return map_edges(
+        r, [this](int e, bool x) { return to_widget_edge(e, zoom, x ? offset.x() : offset.y()); });
 }
 
 QRect picker_view::rect_to_picker(const QRect& r) const {
-    const int l = to_picker_edge(r.left(), zoom, offset.x());
-    const int t = to_picker_edge(r.top(), zoom, offset.y());
-    const int right = to_picker_edge(r.right(), zoom, offset.x());
-    const int b = to_picker_edge(r.bottom(), zoom, offset.y());
-    return QRect(l, t, right - l, b - t);
+    return map_edges(
+        r, [this](int e, bool x) { return to_picker_edge(e, zoom, x ? offset.x() : offset.y()); });
 }
 
 QPoint picker_view::to_picker(const QPoint& p) const {
