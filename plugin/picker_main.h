@@ -40,6 +40,24 @@ private:
     MStatus set_background(const MStringArray& args);
     MStatus clear_background(const MStringArray& args);
     MStatus resize_background(const MStringArray& args);
+    // --- buttons ---
+    MStatus add_button(const MStringArray& args);
+    MStatus add_cmd_button(const MStringArray& args);
+    MStatus add_button_of_kind(picker_view* view, const MStringArray& args, int kind);
+    MStatus move_button(const MStringArray& args);
+    MStatus rename_button(const MStringArray& args);
+    MStatus update_button(const MStringArray& args);
+    MStatus delete_button(const MStringArray& args);
+    MStatus query_button(const MStringArray& args);
+    MStatus get_button_bounds(const MStringArray& args);
+    MStatus resize_button(const MStringArray& args);
+    MStatus color_button(const MStringArray& args);
+    MStatus color_button_text(const MStringArray& args);
+    MStatus paint_button(const MStringArray& args, bool label);
+    MStatus get_button_properties(const MStringArray& args);
+    MStatus set_button_properties(const MStringArray& args);
+    MStatus enable_batch_mode(const MStringArray& args);
+    MStatus disable_batch_mode(const MStringArray& args);
     // --- namespaces ---
     MStatus bind(const MStringArray& args);
     MStatus rebind(const MStringArray& args);

@@ -73,7 +73,7 @@ int main(int argc, char** argv) {
     parser.addOption({QStringLiteral("script"), QStringLiteral("Run a MEL file (repeatable)."),
                       QStringLiteral("file.mel")});
     parser.addOption({QStringLiteral("no-plugin"), QStringLiteral("Do not load the picker.")});
-    parser.addOption({QStringLiteral("plugin"),
+    parser.addOption({QStringLiteral("load-plugin"),
                       QStringLiteral("Load this plug-in library instead of the picker."),
                       QStringLiteral("file.so")});
     parser.addOption({QStringLiteral("screenshot"),
@@ -85,8 +85,8 @@ int main(int argc, char** argv) {
     options.scene = parser.value(QStringLiteral("scene"));
     options.steps = ordered_steps(QCoreApplication::arguments());
     if (!parser.isSet(QStringLiteral("no-plugin"))) {
-        options.plugins.append(parser.isSet(QStringLiteral("plugin"))
-                                   ? parser.value(QStringLiteral("plugin"))
+        options.plugins.append(parser.isSet(QStringLiteral("load-plugin"))
+                                   ? parser.value(QStringLiteral("load-plugin"))
                                    : QStringLiteral(ZELVANI_DEFAULT_PLUGIN));
     }
     options.screenshot = parser.value(QStringLiteral("screenshot"));

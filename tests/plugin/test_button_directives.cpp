@@ -1,0 +1,113 @@
+// Building and querying a picker button by button from MEL, as a rigger's script does.
+#include "plugin_fixture.h"
+
+#include <QtTest>
+
+class test_button_directives : public QObject {
+    Q_OBJECT
+    plugin_fixture f;
+
+    QString stored() { return f.host.scene.file_info("ZelvaniPickerData"); }
+
+private slots:
+    void init() {
+        f.start();
+        f.mel("ZelvaniPicker;");
+        f.mel("createNode transform -n \"hero:arm\"; createNode transform -n \"hero:leg\";"
+              "select -cl;");
+    }
+    void cleanup() { f.host.reset(); }
+
+    void adding_needs_a_selection() {
+        QCOMPARE(f.mel("ZelvaniPicker add_button 10 20 \"A\"; ZelvaniPicker get_picker_data;"),
+                 f.mel("ZelvaniPicker get_picker_data;"));
+        QVERIFY(f.errors().isEmpty());
+        f.mel("select hero:arm hero:leg; ZelvaniPicker add_button 10 20 \"Both\";");
+        QCOMPARE(f.mel("ZelvaniPicker query_button label Both;"), QString("hero:arm hero:leg"));
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label Both;"),
+                 QString("Both 10 20 0 0 10 10 10 #b22222 #000000"));
+        f.mel("ZelvaniPicker add_cmd_button 50 20 \"python\" \"Py\" \"print('hi')\";");
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label Py;").section(' ', 3, 4),
+                 QString("1 1"));
+    }
+
+    void lookups_by_label_target_and_point() {
+        f.mel("select hero:arm; ZelvaniPicker add_button 10 20 \"X\";"
+              "ZelvaniPicker add_button 40 20 \"X\";");
+        f.mel("ZelvaniPicker rename_button target hero:arm \"Last\";");
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label X;").section(' ', 1, 1),
+                 QString("10")); // the first of two labels
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label Last;").section(' ', 1, 1),
+                 QString("40")); // the last of two targets
+        // The point form is told apart by the count alone; points are widget pixels.
+        f.mel("ZelvaniPicker move_button ignored 10 20 100 120;");
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label X;").section(' ', 1, 2),
+                 QString("100 120"));
+        const QString bounds = f.mel("ZelvaniPicker get_button_bounds label X;");
+        f.mel("ZelvaniPicker move_button label X 0 0;");
+        // The rectangle moves with the centre and keeps the size the label gave it.
+        QCOMPARE(f.mel("ZelvaniPicker get_button_bounds label X;").section(' ', 2, 3),
+                 bounds.section(' ', 2, 3));
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label X;").section(' ', 1, 2),
+                 QString("0 0"));
+
+        QCOMPARE(f.mel("ZelvaniPicker delete_button label nobody;"), QString("ERROR"));
+        QCOMPARE(f.errors().last().trimmed(),
+                 QString("// Error: Couldn't find any matching buttons! //"));
+        f.mel("ZelvaniPicker delete_button label X;");
+        QCOMPARE(f.mel("ZelvaniPicker query_button label X;"), QString("ERROR"));
+    }
+
+    void colours_in_every_form() {
+        f.mel("select hero:arm; ZelvaniPicker add_button 10 20 \"A\";");
+        f.mel("ZelvaniPicker color_button label A \"#ff0000\";");
+        const QString named = f.mel("ZelvaniPicker get_button_properties label A;");
+        f.mel("ZelvaniPicker color_button label A 0 0 255; ZelvaniPicker color_button label A 255 "
+              "0 0;");
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label A;"), named);
+        f.mel("ZelvaniPicker color_button_text x 10 20 \"white\";");
+        QVERIFY(f.mel("ZelvaniPicker get_button_properties label A;").endsWith("#ff0000 #ffffff"));
+        QCOMPARE(f.mel("ZelvaniPicker color_button label;"), QString("ERROR"));
+    }
+
+    void properties_round_trip_and_empty_slots_keep_values() {
+        f.mel("select hero:leg; ZelvaniPicker add_button 10 20 \"L\";");
+        f.mel("ZelvaniPicker set_button_properties label L \"Leg\" 30 40 \"\" \"\" 99 24 12 "
+              "\"#102030\" \"#ffffff\";");
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label Leg;"),
+                 QString("Leg 30 40 0 0 24 24 12 #102030 #ffffff")); // size follows width
+        f.mel("ZelvaniPicker set_button_properties label Leg \"\" \"\" \"\" \"\" \"\" \"\" \"\" "
+              "\"\" \"\" \"\";");
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label Leg;"),
+                 QString("Leg 30 40 0 0 24 24 12 #102030 #ffffff"));
+        f.mel("ZelvaniPicker update_button label Leg \"hero:arm\";");
+        QCOMPARE(f.mel("ZelvaniPicker query_button label Leg;"), QString("hero:arm"));
+        f.mel("ZelvaniPicker resize_button label Leg 0 -5;");
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label Leg;").section(' ', 5, 7),
+                 QString("1 1 1"));
+    }
+
+    void batch_mode_holds_back_the_scene_write() {
+        f.mel("select hero:arm; ZelvaniPicker add_button 10 20 \"A\";");
+        const QString before = stored();
+        QVERIFY(!before.isEmpty());
+        f.mel("ZelvaniPicker enable_batch_mode;");
+        for (int i = 0; i < 50; ++i)
+            f.mel(QString("ZelvaniPicker add_button %1 60 \"B%1\";").arg(i * 12));
+        QCOMPARE(stored(), before);
+        f.mel("ZelvaniPicker disable_batch_mode;");
+        QVERIFY(stored() != before);
+
+        // The stored picker comes back whole in a new scene.
+        const QString all = f.mel("ZelvaniPicker get_picker_data;");
+        const QString b7 = f.mel("ZelvaniPicker get_button_properties label B7;");
+        f.mel("file -f -new; ZelvaniPicker open_picker_data \"" + all + "\";");
+        f.mel("ZelvaniPicker set_tab \"Untitled\";");
+        QCOMPARE(f.mel("ZelvaniPicker query_tabs;"), QString("Untitled Untitled"));
+        plugin_fixture::tabs()->setCurrentIndex(1);
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label B7;"), b7);
+    }
+};
+
+QTEST_MAIN(test_button_directives)
+#include "test_button_directives.moc"
