@@ -1,6 +1,7 @@
 #include "canvas/banner_overlay.h"
 
 #include "canvas/picker_view.h"
+#include "canvas/track_commands.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -92,4 +93,12 @@ int banner_overlay::link_at(const QPoint& pos) const {
             return i;
     }
     return -1;
+}
+
+bool banner_overlay::press(const QPoint& pos) {
+    const int link = link_at(pos);
+    if (link < 0)
+        return false;
+    view->gesture = new track_url_cmd(links[link].hot_rect, pos, links[link].url);
+    return true;
 }

@@ -28,6 +28,8 @@ public:
     void layout(int width, int height);
     // The link under a press, or -1: only the strip right of the logo counts.
     int link_at(const QPoint& pos) const;
+    // A press on a link starts a gesture that opens it at a release on the same link.
+    bool press(const QPoint& pos);
 };
 
 // The logo, loaded once and shared by every view.

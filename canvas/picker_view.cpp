@@ -2,10 +2,15 @@
 
 #include "canvas/banner_overlay.h"
 #include "canvas/marquee_overlay.h"
+#include "canvas/picker_mouse_cmd.h"
+
 #include "window/picker_window.h"
+#include <QCursor>
 
 picker_view::picker_view(picker_window* owner) : QWidget(owner), window(owner) {
     setMinimumSize(50, 50);
+    setMouseTracking(true);
+    make_cursors();
     zoom_timer.setSingleShot(false);
     connect(&zoom_timer, SIGNAL(timeout()), this, SLOT(animate_zoom()));
     overlays.push_back(new marquee_overlay);
@@ -13,6 +18,9 @@ picker_view::picker_view(picker_window* owner) : QWidget(owner), window(owner) {
 }
 
 picker_view::~picker_view() {
+    delete gesture;
+    delete edit_cursor;
+    delete add_cursor;
     clear_buttons();
     for (picker_overlay* overlay : overlays)
         delete overlay;

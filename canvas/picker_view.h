@@ -17,6 +17,8 @@
 
 class picker_window;
 class picker_overlay;
+class picker_mouse_cmd;
+class QCursor;
 
 class picker_view : public QWidget {
     Q_OBJECT
@@ -53,6 +55,19 @@ public:
 
     // Painted above all buttons, in widget pixels: the marquee, then the banner.
     std::vector<picker_overlay*> overlays;
+
+    // --- the mouse: one gesture at most, from a press to its release ---
+    picker_mouse_cmd* gesture = nullptr;
+    QPoint press_pos;
+    QPoint hover_pos;
+    QString tooltip_text;
+    QCursor* edit_cursor;
+    QCursor* add_cursor;
+    int cursor_state = 0;
+    void update_cursor(bool force);
+    void propagate_selection();
+    bool select_in_rect(const QRect& widget_rect, bool additive);
+    void run_button_script(const picker_button* button);
 
     // --- records ---
     int add_button_record(const picker_button_data& data, int index);
@@ -112,8 +127,17 @@ public slots:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void clear_buttons();
+    void make_cursors();
+    void left_press(QMouseEvent* event);
+    void start_gesture(picker_mouse_cmd* next);
+    void hover(const QPoint& pos);
 };

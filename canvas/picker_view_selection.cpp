@@ -5,6 +5,8 @@
 #include "document/selected_objects.h"
 
 #include <QSet>
+#include <maya/MGlobal.h>
+#include <maya/MQtUtil.h>
 
 bool picker_view::mark_selected(picker_button* button, bool flags_only) {
     bool touched = false;
@@ -88,4 +90,48 @@ bool picker_view::match_selection(const QSet<QString>& names) {
 
 bool picker_view::refresh_highlights() {
     return match_selection(distinct_names(selected_objects));
+}
+
+void picker_view::propagate_selection() {
+    // A band over one button lights every other button of the same objects.
+    QStringList names;
+    for (const picker_button* button : qAsConst(buttons)) {
+        if (button->kind != 0)
+            continue;
+        for (int i = 0; i < button->targets.size() && i < button->target_selected.size(); ++i) {
+            if (button->target_selected[i] && !names.contains(button->targets[i]))
+                names.append(button->targets[i]);
+        }
+    }
+    match_selection(names);
+}
+
+bool picker_view::select_in_rect(const QRect& widget_rect, bool additive) {
+    bool touched = false;
+    for (picker_button* button : qAsConst(buttons)) {
+        if (!widget_rect.intersects(to_widget(button->rect)))
+            continue;
+        touched = true;
+        if (additive) {
+            if (button->selected != 1)
+                mark_selected(button, false);
+        } else if (button->selected == 1) {
+            mark_deselected(button, false);
+        } else {
+            mark_selected(button, false);
+        }
+    }
+    return touched;
+}
+
+void picker_view::run_button_script(const picker_button* button) {
+    if (button->kind != 1 || button->targets.isEmpty())
+        return;
+    const MString text = MQtUtil::toMString(button->targets[0]);
+    if (text.length() == 0)
+        return;
+    if (button->language == 0)
+        MGlobal::executeCommandOnIdle(text, false);
+    else if (button->language == 1)
+        MGlobal::executePythonCommandOnIdle(text, false);
 }
