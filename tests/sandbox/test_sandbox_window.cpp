@@ -13,9 +13,11 @@
 #include <QDockWidget>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
+#include <maya/MQtUtil.h>
 
 namespace {
 
@@ -167,6 +169,13 @@ private slots:
         // A scene selection reaches the picker without a word.
         host.execute("select -cl; select hero:L_wrist_ctrl;");
         QVERIFY(lines.filter("Error").isEmpty());
+        // A click on the Head button selects the head in the scene, once idle has run.
+        auto* tabs = MQtUtil::mainWindow()->findChild<QTabWidget*>();
+        QVERIFY(tabs);
+        tabs->window()->show();
+        QTest::mouseClick(tabs->currentWidget(), Qt::LeftButton, {}, QPoint(200, 14));
+        host.run_idle();
+        QCOMPARE(host.active.names(), QStringList{"hero:head_ctrl"});
         host.reset();
     }
 
