@@ -86,6 +86,11 @@ private slots:
         QVERIFY(e[0].contains("could not remove selectionChanged callback"));
         QVERIFY(e[1].contains("could not remove the quitApplicaiton callback"));
         QVERIFY(e[4].contains("could not remove the sceneOpened callback"));
+        // The host takes back what the library left behind, so nothing calls into it.
+        QCOMPARE(callbacks(), 0);
+        QVERIFY(f.lines.filter("left 5 event callbacks installed").size() == 1);
+        f.host.failing.clear();
+        f.host.new_scene();
     }
 
     void quit_closes_the_window_and_unload_then_finds_nothing() {

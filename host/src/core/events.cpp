@@ -1,6 +1,8 @@
 #include "events.h"
 
+#include <QFileInfo>
 #include <algorithm>
+#include <dlfcn.h>
 
 namespace host {
 
@@ -24,6 +26,19 @@ bool events::remove(MCallbackId id) {
         return false;
     callbacks_.erase(it);
     return true;
+}
+
+int events::remove_from_library(const QString& library_path) {
+    const QString wanted = QFileInfo(library_path).canonicalFilePath();
+    const auto from_library = [&](const callback& c) {
+        Dl_info info;
+        return dladdr(reinterpret_cast<void*>(c.fn), &info) && info.dli_fname &&
+               QFileInfo(QString::fromLocal8Bit(info.dli_fname)).canonicalFilePath() == wanted;
+    };
+    const auto before = callbacks_.size();
+    callbacks_.erase(std::remove_if(callbacks_.begin(), callbacks_.end(), from_library),
+                     callbacks_.end());
+    return int(before - callbacks_.size());
 }
 
 void events::fire(const QString& event) {

@@ -17,6 +17,9 @@ public:
     // Returns 0 for an unknown event name.
     MCallbackId add(const QString& event, function fn, void* client_data);
     bool remove(MCallbackId id);
+    // Removes the callbacks whose function lies in the shared object at `library_path`;
+    // returns how many went.
+    int remove_from_library(const QString& library_path);
     // Calls every callback of the event, in order of installation.
     void fire(const QString& event);
     int count(const QString& event) const;

@@ -81,9 +81,14 @@ bool session::unload_plugin(const QString& name_or_path, QString* error) {
     MStatus status;
     if (uninit)
         status = uninit(MObjectAccess::make(record));
-    // Whatever the plug-in forgot to deregister goes with it.
+    // Whatever the plug-in forgot to deregister goes with it: a callback left behind would
+    // call into unmapped code.
     for (const QString& command : record->commands)
         deregister_command(command);
+    if (const int left = events.remove_from_library(record->library->fileName()))
+        out.warning(QStringLiteral("%1 left %2 event callbacks installed; they go with it.")
+                        .arg(name)
+                        .arg(left));
     std::unique_ptr<plugin_record> owned = std::move(*it);
     plugins_.erase(it);
     owned->library->unload();
