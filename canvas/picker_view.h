@@ -80,6 +80,11 @@ public:
     void update_button_geometry(picker_button* button);
     void set_background_image(const QString& id, const QPixmap& pixmap);
 
+    // Take out and put back buttons by index, for the undo commands; each ends with a
+    // repaint, changed() and the toolbox.
+    void remove_buttons(QVector<int> indices);
+    void restore_buttons(const QVector<int>& indices, const QList<picker_button_data>& saved);
+
     // --- selection state ---
     bool mark_selected(picker_button* button, bool flags_only);
     bool mark_deselected(picker_button* button, bool flags_only);

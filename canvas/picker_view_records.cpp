@@ -100,3 +100,25 @@ picker_button* picker_view::button_by_target(const QString& name) const {
     }
     return found;
 }
+
+void picker_view::remove_buttons(QVector<int> indices) {
+    if (indices.isEmpty())
+        return;
+    // Backwards, so that the lower indices stay valid.
+    for (int i = indices.size() - 1; i >= 0; --i)
+        remove_button_record(indices[i]);
+    update();
+    emit changed();
+    refresh_toolbox();
+}
+
+void picker_view::restore_buttons(const QVector<int>& indices,
+                                  const QList<picker_button_data>& saved) {
+    if (indices.isEmpty())
+        return;
+    for (int i = 0; i < indices.size() && i < saved.size(); ++i)
+        add_button_record(saved[i], indices[i]);
+    update();
+    emit changed();
+    refresh_toolbox();
+}
