@@ -18,6 +18,7 @@
 class picker_window;
 class picker_overlay;
 class picker_mouse_cmd;
+class QAction;
 class QCursor;
 
 class picker_view : public QWidget {
@@ -65,6 +66,9 @@ public:
     QCursor* add_cursor;
     int cursor_state = 0;
     void update_cursor(bool force);
+    // Keys the window's own actions left: every enabled action of this view with the key
+    // fires. Only the current view answers.
+    bool handle_shortcut(QKeyEvent* event);
     void propagate_selection();
     bool select_in_rect(const QRect& widget_rect, bool additive);
     void run_button_script(const picker_button* button);
@@ -121,10 +125,29 @@ public:
     void paint_selection_button(QPainter* painter, const picker_button* button);
     void paint_label(QPainter* painter, const picker_button* button, const QPointF& centre);
 
+    // Keys that work while the view has focus.
+    QAction* increase_action;
+    QAction* decrease_action;
+    QAction* nudge_left_action;
+    QAction* nudge_right_action;
+    QAction* nudge_up_action;
+    QAction* nudge_down_action;
+
 signals:
     void changed();
 
 public slots:
+    void align_horizontal();
+    void align_vertical();
+    void distribute_horizontal();
+    void distribute_vertical();
+    void adjust_size_up();
+    void adjust_size_down();
+    void nudge_left();
+    void nudge_right();
+    void nudge_up();
+    void nudge_down();
+    void add_many_buttons();
     void reset_view();
     void frame_view();
     void animate_zoom();
@@ -142,6 +165,9 @@ protected:
 private:
     void clear_buttons();
     void make_cursors();
+    void make_key_actions();
+    void adjust_size(int delta);
+    void nudge(const QPoint& delta);
     void left_press(QMouseEvent* event);
     void start_gesture(picker_mouse_cmd* next);
     void hover(const QPoint& pos);

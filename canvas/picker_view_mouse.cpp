@@ -4,6 +4,7 @@
 #include "canvas/picker_view.h"
 #include "canvas/select_button_cmd.h"
 #include "canvas/track_commands.h"
+#include "editing/add_manybuttons_cmd.h"
 #include "window/picker_window.h"
 
 #include <QBitmap>
@@ -52,6 +53,8 @@ void picker_view::update_cursor(bool force) {
     // The picker edits for as long as Ctrl is held, and says so.
     if (state & 1)
         setCursor(*edit_cursor);
+    else if (dynamic_cast<add_manybuttons_cmd*>(gesture))
+        setCursor(*add_cursor);
     else
         setCursor(QCursor(Qt::ArrowCursor));
 }
@@ -64,6 +67,12 @@ void picker_view::mousePressEvent(QMouseEvent* event) {
     press_pos = event->pos();
     pressed_button = nullptr;
     update_cursor(false);
+    if (auto* adding = dynamic_cast<add_manybuttons_cmd*>(gesture)) {
+        adding->armed = true;
+        adding->move_to(event->pos(), event->modifiers());
+        event->accept();
+        return;
+    }
     if (gesture) {
         // A lost release: the old gesture ends here, without a last move.
         picker_mouse_cmd* old = gesture;

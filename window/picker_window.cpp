@@ -5,6 +5,7 @@
 #include "window/picker_settings.h"
 #include <QAction>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QTabWidget>
@@ -133,4 +134,12 @@ void picker_window::refresh_toolbox() {
     // The toolbox stands only when the layout holds its four items.
     if (main_layout->count() < 4)
         return;
+}
+
+void picker_window::keyPressEvent(QKeyEvent* event) {
+    picker_view* view = current_view();
+    if (view && event->key() != 0 && event->key() != Qt::Key_unknown &&
+        view->handle_shortcut(event))
+        return;
+    QWidget::keyPressEvent(event);
 }

@@ -77,6 +77,10 @@ public slots:
     // Asks the host for the scene's namespaces and offers to rebind the current tab.
     void change_namespace();
 
+protected:
+    // Keys reach the current view's actions through here.
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     void add_view_tab(picker_view* view, const QString& title);
     bool shares_background(const picker_view* view, int skip) const;

@@ -1,0 +1,112 @@
+// The view's tidying slots and the keys that reach them while the view has focus.
+#include "canvas/picker_view.h"
+#include "editing/add_manybuttons_cmd.h"
+#include "editing/arrange_buttons_cmd.h"
+#include "editing/list_cmds.h"
+#include "editing/property_cmds.h"
+
+#include <QAction>
+#include <QKeyEvent>
+#include <QTabWidget>
+
+#include "window/picker_window.h"
+
+void picker_view::make_key_actions() {
+    const auto key_action = [this](const QString& text, const QList<QKeySequence>& keys,
+                                   const char* slot) {
+        auto* action = new QAction(text, this);
+        action->setShortcuts(keys);
+        action->setShortcutContext(Qt::WidgetShortcut);
+        addAction(action);
+        connect(action, SIGNAL(triggered(bool)), this, slot);
+        return action;
+    };
+    increase_action = key_action(tr("Increase Size"),
+                                 {QKeySequence(Qt::Key_Plus), QKeySequence(Qt::Key_Equal),
+                                  QKeySequence(QStringLiteral("Shift++"))},
+                                 SLOT(adjust_size_up()));
+    decrease_action =
+        key_action(tr("Decrease Size"), {QKeySequence(Qt::Key_Minus)}, SLOT(adjust_size_down()));
+    nudge_left_action =
+        key_action(tr("Nudge Left"), {QKeySequence(Qt::Key_Left)}, SLOT(nudge_left()));
+    nudge_right_action =
+        key_action(tr("Nudge Right"), {QKeySequence(Qt::Key_Right)}, SLOT(nudge_right()));
+    nudge_up_action = key_action(tr("Nudge Up"), {QKeySequence(Qt::Key_Up)}, SLOT(nudge_up()));
+    nudge_down_action =
+        key_action(tr("Nudge Down"), {QKeySequence(Qt::Key_Down)}, SLOT(nudge_down()));
+}
+
+void picker_view::align_horizontal() {
+    undo_stack.push(new arrange_buttons_cmd(this, 0));
+}
+void picker_view::align_vertical() {
+    undo_stack.push(new arrange_buttons_cmd(this, 1));
+}
+void picker_view::distribute_horizontal() {
+    undo_stack.push(new arrange_buttons_cmd(this, 2));
+}
+void picker_view::distribute_vertical() {
+    undo_stack.push(new arrange_buttons_cmd(this, 3));
+}
+
+void picker_view::adjust_size(int delta) {
+    if (!any_selected())
+        return;
+    undo_stack.push(new adjust_width_cmd(this, delta));
+    undo_stack.push(new adjust_height_cmd(this, delta));
+}
+
+void picker_view::adjust_size_up() {
+    adjust_size(1);
+}
+void picker_view::adjust_size_down() {
+    adjust_size(-1);
+}
+
+void picker_view::nudge(const QPoint& delta) {
+    if (any_selected())
+        undo_stack.push(new nudge_buttons_cmd(this, delta));
+}
+
+void picker_view::nudge_left() {
+    nudge(QPoint(-1, 0));
+}
+void picker_view::nudge_right() {
+    nudge(QPoint(1, 0));
+}
+void picker_view::nudge_up() {
+    nudge(QPoint(0, -1));
+}
+void picker_view::nudge_down() {
+    nudge(QPoint(0, 1));
+}
+
+void picker_view::add_many_buttons() {
+    if (gesture) {
+        picker_mouse_cmd* old = gesture;
+        gesture = nullptr;
+        old->finish();
+        delete old;
+    }
+    gesture = new add_manybuttons_cmd(this);
+    update_cursor(true);
+}
+
+bool picker_view::handle_shortcut(QKeyEvent* event) {
+    if (actions().isEmpty() || window->current_view() != this)
+        return false;
+    const QKeySequence pressed(int(event->modifiers()) | event->key());
+    bool fired = false;
+    for (QAction* action : actions()) {
+        if (!action->isEnabled())
+            continue;
+        for (const QKeySequence& shortcut : action->shortcuts()) {
+            if (shortcut == pressed) {
+                action->activate(QAction::Trigger);
+                fired = true;
+                break;
+            }
+        }
+    }
+    return fired;
+}
