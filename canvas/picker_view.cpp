@@ -11,7 +11,7 @@ picker_view::picker_view(picker_window* owner) : QWidget(owner), window(owner) {
     setMinimumSize(50, 50);
     setMouseTracking(true);
     make_cursors();
-    make_key_actions();
+    make_actions();
     zoom_timer.setSingleShot(false);
     connect(&zoom_timer, SIGNAL(timeout()), this, SLOT(animate_zoom()));
     overlays.push_back(new marquee_overlay);

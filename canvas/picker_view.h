@@ -19,6 +19,7 @@ class picker_window;
 class picker_overlay;
 class picker_mouse_cmd;
 class QAction;
+class QMenu;
 class QCursor;
 
 class picker_view : public QWidget {
@@ -125,7 +126,19 @@ public:
     void paint_selection_button(QPainter* painter, const picker_button* button);
     void paint_label(QPainter* painter, const picker_button* button, const QPointF& centre);
 
-    // Keys that work while the view has focus.
+    // The right button's menu; its actions carry the view's keys too.
+    QMenu* context_menu;
+    QAction* add_one_action;
+    QAction* add_many_action;
+    QAction* update_action;
+    QAction* delete_action;
+    QAction* add_command_action;
+    QAction* reset_action;
+    QAction* frame_action;
+    QAction* align_h_action;
+    QAction* align_v_action;
+    QAction* distribute_h_action;
+    QAction* distribute_v_action;
     QAction* increase_action;
     QAction* decrease_action;
     QAction* nudge_left_action;
@@ -147,7 +160,13 @@ public slots:
     void nudge_right();
     void nudge_up();
     void nudge_down();
+    void add_one_button();
     void add_many_buttons();
+    void update_button();
+    void delete_button();
+    void add_command_button();
+    void change_background();
+    void resize_background();
     void reset_view();
     void frame_view();
     void animate_zoom();
@@ -165,7 +184,8 @@ protected:
 private:
     void clear_buttons();
     void make_cursors();
-    void make_key_actions();
+    void make_actions();
+    void context_press(QMouseEvent* event);
     void adjust_size(int delta);
     void nudge(const QPoint& delta);
     void left_press(QMouseEvent* event);

@@ -1,4 +1,4 @@
-// The view's tidying slots and the keys that reach them while the view has focus.
+// The view's tidying slots, and the keys that reach the view's actions.
 #include "canvas/picker_view.h"
 #include "editing/add_manybuttons_cmd.h"
 #include "editing/arrange_buttons_cmd.h"
@@ -10,31 +10,6 @@
 #include <QTabWidget>
 
 #include "window/picker_window.h"
-
-void picker_view::make_key_actions() {
-    const auto key_action = [this](const QString& text, const QList<QKeySequence>& keys,
-                                   const char* slot) {
-        auto* action = new QAction(text, this);
-        action->setShortcuts(keys);
-        action->setShortcutContext(Qt::WidgetShortcut);
-        addAction(action);
-        connect(action, SIGNAL(triggered(bool)), this, slot);
-        return action;
-    };
-    increase_action = key_action(tr("Increase Size"),
-                                 {QKeySequence(Qt::Key_Plus), QKeySequence(Qt::Key_Equal),
-                                  QKeySequence(QStringLiteral("Shift++"))},
-                                 SLOT(adjust_size_up()));
-    decrease_action =
-        key_action(tr("Decrease Size"), {QKeySequence(Qt::Key_Minus)}, SLOT(adjust_size_down()));
-    nudge_left_action =
-        key_action(tr("Nudge Left"), {QKeySequence(Qt::Key_Left)}, SLOT(nudge_left()));
-    nudge_right_action =
-        key_action(tr("Nudge Right"), {QKeySequence(Qt::Key_Right)}, SLOT(nudge_right()));
-    nudge_up_action = key_action(tr("Nudge Up"), {QKeySequence(Qt::Key_Up)}, SLOT(nudge_up()));
-    nudge_down_action =
-        key_action(tr("Nudge Down"), {QKeySequence(Qt::Key_Down)}, SLOT(nudge_down()));
-}
 
 void picker_view::align_horizontal() {
     undo_stack.push(new arrange_buttons_cmd(this, 0));

@@ -93,8 +93,7 @@ void picker_view::mousePressEvent(QMouseEvent* event) {
     if (held == Qt::LeftButton) {
         left_press(event);
     } else if (held == Qt::RightButton) {
-        pressed_button = button_at(event->pos());
-        event->accept();
+        context_press(event);
     } else if (held == Qt::MiddleButton) {
         start_gesture(new shift_picker_cmd(this, event->pos()));
     } else {

@@ -25,12 +25,11 @@ picker_window::picker_window(QWidget* parent) : QWidget(parent) {
     tabs->setMovable(true);
     tabs->setTabsClosable(true);
 
-    add_one_action = new QAction(tr("Add One Button"), this);
-    add_many_action = new QAction(tr("Add Many Buttons"), this);
-    update_button_action = new QAction(tr("Update Button"), this);
+    make_menus();
 
     picker_settings settings;
     auto_tab_switching = settings.value(settings_key("auto_tab_switching"), true).toBool();
+    auto_switch_action->setChecked(!auto_tab_switching);
 
     new_tab();
 
@@ -39,6 +38,7 @@ picker_window::picker_window(QWidget* parent) : QWidget(parent) {
     main_layout->setContentsMargins(0, 0, 0, 0);
     main_layout->setMenuBar(menu_bar);
     main_layout->addWidget(tabs);
+    show_toolbox();
 
     connect(tabs, SIGNAL(tabCloseRequested(int)), this, SLOT(close_one(int)));
 }
@@ -128,18 +128,4 @@ void picker_window::rename_tab() {
                               QLineEdit::Normal, tabs->tabText(index), &ok);
     if (ok && !name.isEmpty())
         tabs->setTabText(index, name);
-}
-
-void picker_window::refresh_toolbox() {
-    // The toolbox stands only when the layout holds its four items.
-    if (main_layout->count() < 4)
-        return;
-}
-
-void picker_window::keyPressEvent(QKeyEvent* event) {
-    picker_view* view = current_view();
-    if (view && event->key() != 0 && event->key() != Qt::Key_unknown &&
-        view->handle_shortcut(event))
-        return;
-    QWidget::keyPressEvent(event);
 }

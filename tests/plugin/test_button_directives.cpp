@@ -92,20 +92,44 @@ private slots:
         const QString before = stored();
         QVERIFY(!before.isEmpty());
         f.mel("ZelvaniPicker enable_batch_mode;");
-        for (int i = 0; i < 50; ++i)
-            f.mel(QString("ZelvaniPicker add_button %1 60 \"B%1\";").arg(i * 12));
+        f.mel("ZelvaniPicker add_button 30 60 \"B\";");
         QCOMPARE(stored(), before);
         f.mel("ZelvaniPicker disable_batch_mode;");
         QVERIFY(stored() != before);
+    }
 
-        // The stored picker comes back whole in a new scene.
+    // A rigger's script builds a picker, takes it as data and feeds it to a new scene.
+    void a_scripted_picker_travels_as_data() {
+        f.mel("ZelvaniPicker enable_batch_mode;"
+              "for ($i = 0; $i < 50; $i++) {"
+              "  string $label = \"B\" + $i;"
+              "  if ($i % 5 == 4) {"
+              "    ZelvaniPicker add_cmd_button ($i * 12) 80 \"mel\" $label (\"print \" + $i);"
+              "  } else {"
+              "    select (($i % 2) ? \"hero:arm\" : \"hero:leg\");"
+              "    ZelvaniPicker add_button ($i * 12) 60 $label;"
+              "  }"
+              "  ZelvaniPicker set_button_properties label $label \"\" \"\" \"\" \"\" \"\" \"\" "
+              "    (8 + $i % 7) (9 + $i % 3) \"\" \"#ffffff\";"
+              "  ZelvaniPicker color_button label $label ($i * 5) 100 (255 - $i);"
+              "}"
+              "ZelvaniPicker disable_batch_mode;");
+        QVERIFY(f.errors().isEmpty());
+        QStringList before;
+        for (int i = 0; i < 50; ++i)
+            before << f.mel(QString("ZelvaniPicker get_button_properties label B%1;").arg(i));
+        QCOMPARE(before[4].section(' ', 3, 3), QString("1")); // a command button
+        QCOMPARE(before[7], QString("B7 84 60 0 0 8 8 10 #2364f8 #ffffff"));
+
         const QString all = f.mel("ZelvaniPicker get_picker_data;");
-        const QString b7 = f.mel("ZelvaniPicker get_button_properties label B7;");
         f.mel("file -f -new; ZelvaniPicker open_picker_data \"" + all + "\";");
-        f.mel("ZelvaniPicker set_tab \"Untitled\";");
         QCOMPARE(f.mel("ZelvaniPicker query_tabs;"), QString("Untitled Untitled"));
         plugin_fixture::tabs()->setCurrentIndex(1);
-        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label B7;"), b7);
+        for (int i = 0; i < 50; ++i)
+            QCOMPARE(f.mel(QString("ZelvaniPicker get_button_properties label B%1;").arg(i)),
+                     before[i]);
+        QCOMPARE(f.mel("ZelvaniPicker query_button label B9;"), QString("print 9"));
+        QCOMPARE(f.mel("ZelvaniPicker query_button label B8;"), QString("hero:leg"));
     }
 };
 

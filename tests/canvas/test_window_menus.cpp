@@ -1,0 +1,140 @@
+// The window's menu bar: what each entry is allowed to do when, and the keys that reach it.
+#include "canvas/picker_view.h"
+#include "core/session.h"
+#include "document/selected_objects.h"
+#include "window/picker_window.h"
+
+#include <QClipboard>
+#include <QDockWidget>
+#include <QMenu>
+#include <QMessageBox>
+#include <QTabWidget>
+#include <QtTest>
+
+class test_window_menus : public QObject {
+    Q_OBJECT
+    host::session& host = host::session::get();
+    QDockWidget* dock = nullptr;
+    picker_window* window = nullptr;
+
+    picker_button* add(picker_view* view, QPoint centre, const QString& target) {
+        picker_button_data data;
+        data.position = centre;
+        data.targets = QStringList{target};
+        return view->buttons[view->add_button_record(data, -1)];
+    }
+    void key(int code, Qt::KeyboardModifiers modifiers = {}) {
+        QKeyEvent press(QEvent::KeyPress, code, modifiers);
+        QApplication::sendEvent(window, &press);
+    }
+
+private slots:
+    void init() {
+        dock = new QDockWidget;
+        window = new picker_window(dock);
+        dock->setWidget(window);
+        dock->resize(400, 400);
+        dock->show();
+        dock->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dock));
+        selected_objects.clear();
+        QApplication::clipboard()->clear();
+    }
+    void cleanup() {
+        delete dock;
+        host.idle.clear();
+        selected_objects.clear();
+    }
+
+    void entries_follow_tabs_selection_and_clipboard() {
+        window->updateEditMenu();
+        QCOMPARE(window->undo_action->text(), QString("Can't Undo"));
+        QVERIFY(!window->copy_action->isEnabled());
+        QVERIFY(!window->paste_action->isEnabled());
+
+        picker_view* view = window->current_view();
+        view->mark_selected(add(view, QPoint(20, 20), "a"), true);
+        view->adjust_size_up();
+        window->updateEditMenu();
+        QCOMPARE(window->undo_action->text(), QString("Undo Adjust Size"));
+        QVERIFY(window->copy_action->isEnabled());
+        window->copy_buttons();
+        window->updateEditMenu();
+        QVERIFY(window->paste_action->isEnabled());
+        QVERIFY(window->paste_inplace_action->isEnabled());
+        window->do_undo();
+        window->updateEditMenu();
+        QCOMPARE(window->redo_action->text(), QString("Redo Adjust Size"));
+
+        window->clear_tabs();
+        window->updateFileMenu();
+        window->updateEditMenu();
+        window->updatePickerMenu();
+        for (QAction* a : {window->save_action, window->saveas_action, window->rename_action,
+                           window->close_action, window->undo_action, window->paste_action,
+                           window->add_one_action, window->resize_background_action})
+            QVERIFY2(!a->isEnabled(), qPrintable(a->text()));
+        QVERIFY(window->paste_inplace_action->isEnabled()); // keeps its last state
+        QVERIFY(window->change_namespace_action->isEnabled());
+        QVERIFY(window->new_action->isEnabled());
+        window->new_tab();
+        window->updateFileMenu();
+        QVERIFY(window->save_action->isEnabled());
+    }
+
+    void keys_act_only_while_the_pointer_is_over_the_window() {
+        QCOMPARE(window->tabs->count(), 1);
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(window, &leave);
+        key(Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(window->tabs->count(), 1);
+        QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+        QApplication::sendEvent(window, &enter);
+        QTRY_VERIFY(window->hasFocus());
+        key(Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(window->tabs->count(), 2);
+        // Paste in Place shows its key but is not one of the window's own actions.
+        QVERIFY(!window->actions().contains(window->paste_inplace_action));
+        QVERIFY(!window->actions().contains(window->change_namespace_action));
+    }
+
+    void the_picker_menu_needs_a_scene_selection() {
+        picker_view* view = window->current_view();
+        window->add_one_button();
+        window->add_many_buttons();
+        QVERIFY(view->buttons.isEmpty());
+        QVERIFY(!view->gesture);
+        selected_objects = QStringList{"hero:arm", "hero:leg"};
+        window->add_one_button();
+        QCOMPARE(view->buttons.size(), 1);
+        QCOMPARE(view->buttons[0]->targets, selected_objects);
+        QCOMPARE(view->buttons[0]->color, QRgb(0xb22222));
+        QCOMPARE(view->undo_stack.undoText(), QString("Add One Button"));
+    }
+
+    void exit_closes_the_dock_and_about_tells_the_version() {
+        QString text;
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            QVERIFY(box);
+            text = box->text();
+            box->accept();
+        });
+        window->about_action->trigger();
+        QVERIFY(text.contains("Version 2.1.0 (build "));
+        QVERIFY(text.contains("2012-"));
+
+        window->auto_switch_action->trigger();
+        QVERIFY(!window->auto_tab_switching);
+        QVERIFY(window->auto_switch_action->isChecked());
+        window->auto_switch_action->trigger();
+        QVERIFY(window->auto_tab_switching);
+
+        window->exit_action->trigger();
+        QVERIFY(!dock->isVisible());
+        QCOMPARE(window->tabs->count(), 1);
+    }
+};
+
+QTEST_MAIN(test_window_menus)
+#include "test_window_menus.moc"
