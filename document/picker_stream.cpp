@@ -4,17 +4,31 @@ bool stream_exhausted(const QDataStream& in) {
     return in.status() != QDataStream::Ok || !in.device() || in.device()->atEnd();
 }
 
+namespace {
+
+// One version-5 record; `i` is its place, which the reader checks.
+void write_button_record(QDataStream& out, int i, const picker_button_data& b) {
+    out << qint32(i) << b.position << qint32(b.size) << qint32(b.width) << qint32(b.height)
+        << qint32(b.kind) << qint32(b.language) << qint32(b.color) << qint32(b.label_color)
+        << b.label << qint32(b.targets.size());
+    for (const QString& target : b.targets)
+        out << target;
+}
+
+} // namespace
+
 void write_button_block(QDataStream& out, const QList<picker_button*>& buttons) {
     const int count = buttons.size();
     out << qint32(count);
-    for (int i = 0; i < count; ++i) {
-        const picker_button& b = *buttons[i];
-        out << qint32(i) << b.position << qint32(b.size) << qint32(b.width) << qint32(b.height)
-            << qint32(b.kind) << qint32(b.language) << qint32(b.color) << qint32(b.label_color)
-            << b.label << qint32(b.targets.size());
-        for (const QString& target : b.targets)
-            out << target;
-    }
+    for (int i = 0; i < count; ++i)
+        write_button_record(out, i, *buttons[i]);
+}
+
+void write_button_block(QDataStream& out, const QList<picker_button_data>& records) {
+    const int count = records.size();
+    out << qint32(count);
+    for (int i = 0; i < count; ++i)
+        write_button_record(out, i, records[i]);
 }
 
 namespace {

@@ -12,6 +12,7 @@ constexpr int picker_format_version = 5;
 constexpr int picker_file_stream_version = 7;
 
 void write_button_block(QDataStream& out, const QList<picker_button*>& buttons);
+void write_button_block(QDataStream& out, const QList<picker_button_data>& records);
 
 // Reads a block and returns its valid records in order. Invalid records (index out of
 // step, unknown kind or language, no targets) are consumed and dropped. Damaged data is

@@ -1,0 +1,50 @@
+#include "window/picker_resizebackground.h"
+
+#include <QHBoxLayout>
+#include <QIntValidator>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+picker_resizebackground::picker_resizebackground(QWidget* parent) : QDialog(parent) {
+    setModal(true);
+    setWindowTitle(tr("Resize Background"));
+
+    resize_button = new QPushButton(tr("Resize"));
+    resize_button->setDefault(true);
+    cancel_button = new QPushButton(tr("Cancel"));
+    connect(resize_button, SIGNAL(clicked(bool)), this, SLOT(accept()));
+    connect(cancel_button, SIGNAL(clicked(bool)), this, SLOT(reject()));
+
+    height_edit = new QLineEdit;
+    width_edit = new QLineEdit;
+    height_edit->setValidator(new QIntValidator(0, 20000, height_edit));
+    width_edit->setValidator(new QIntValidator(0, 20000, width_edit));
+
+    auto* fields = new QHBoxLayout;
+    fields->addWidget(new QLabel(tr("Width: ")));
+    fields->addWidget(width_edit);
+    fields->addSpacing(10);
+    fields->addWidget(new QLabel(tr("Height: ")));
+    fields->addWidget(height_edit);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(resize_button);
+    buttons->addWidget(cancel_button);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(new QLabel(tr("Resize Background Image:")));
+    layout->addLayout(fields);
+    layout->addLayout(buttons);
+}
+
+QSize ask_background_size() {
+    static QSize answer;
+    picker_resizebackground dialog;
+    if (dialog.exec() == QDialog::Accepted)
+        answer = QSize(dialog.width_edit->text().toInt(), dialog.height_edit->text().toInt());
+    else
+        answer = QSize(0, 0);
+    return answer;
+}
