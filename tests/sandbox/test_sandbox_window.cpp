@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QDockWidget>
 #include <QInputDialog>
+#include <QMenu>
 #include <QMessageBox>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -176,6 +177,71 @@ private slots:
         QTest::mouseClick(tabs->currentWidget(), Qt::LeftButton, {}, QPoint(200, 14));
         host.run_idle();
         QCOMPARE(host.active.names(), QStringList{"hero:head_ctrl"});
+        host.reset();
+    }
+
+    // Select, band-select, Ctrl-drag, nudge, align from the menu, resize: each gesture one
+    // undo entry, and undoing them all gives back the picker the scene carried.
+    void an_editing_session_undoes_to_where_it_began() {
+        QString error;
+        QVERIFY2(sandbox::open_demo_scene(&error), qPrintable(error));
+        QVERIFY(host.load_plugin(ZELVANI_PLUGIN_PATH));
+        host.run_idle();
+        host.execute("ZelvaniPicker;");
+        host.run_idle();
+        const QString before = host.execute("ZelvaniPicker get_picker_data;").values.join("");
+        auto* tabs = MQtUtil::mainWindow()->findChild<QTabWidget*>();
+        QWidget* picker = tabs->window();
+        picker->show();
+        picker->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(picker));
+        QWidget* view = tabs->currentWidget();
+        QWidget* window = tabs->parentWidget();
+        const auto key = [&](int code, Qt::KeyboardModifiers modifiers = {}) {
+            window->setFocus();
+            QKeyEvent press(QEvent::KeyPress, code, modifiers);
+            QApplication::sendEvent(window, &press);
+        };
+        const auto position = [&](const char* label) {
+            return host.execute(QString("ZelvaniPicker get_button_properties label %1;").arg(label))
+                .values.join(" ")
+                .section(' ', 1, 2);
+        };
+
+        QTest::mousePress(view, Qt::LeftButton, {}, QPoint(150, 135));
+        QTest::mouseMove(view, QPoint(250, 210));
+        QTest::mouseRelease(view, Qt::LeftButton, {}, QPoint(250, 210));
+        host.run_idle();
+        QCOMPARE(host.active.names(), QStringList({"hero:chest_ctrl", "hero:spine_ctrl"}));
+        QTest::mousePress(view, Qt::LeftButton, Qt::ControlModifier, QPoint(200, 150));
+        QTest::mouseMove(view, QPoint(230, 150));
+        QTest::mouseRelease(view, Qt::LeftButton, Qt::ControlModifier, QPoint(230, 150));
+        key(Qt::Key_Right);
+        key(Qt::Key_Right);
+        key(Qt::Key_Down);
+        QCOMPARE(position("Chest"), QString("232 151"));
+        QTimer::singleShot(0, [] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            QVERIFY(menu);
+            for (QAction* action : menu->actions())
+                if (action->menu())
+                    for (QAction* entry : action->menu()->actions())
+                        if (entry->text() == "Distribute Vertically") {
+                            menu->close();
+                            entry->trigger();
+                        }
+        });
+        QTest::mousePress(view, Qt::RightButton, {}, QPoint(232, 197));
+        QApplication::setActiveWindow(picker);           // offscreen leaves the closed menu active
+        QCOMPARE(position("Spine"), QString("232 199")); // 151 + a height of 47 widened to 48
+        key(Qt::Key_Plus);
+        QCOMPARE(host.execute("ZelvaniPicker get_button_properties label Spine;")
+                     .values.join(" ")
+                     .section(' ', 5, 5),
+                 QString("67"));
+        for (int i = 0; i < 6; ++i) // move, nudges, distribute, size width and height
+            key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(host.execute("ZelvaniPicker get_picker_data;").values.join(""), before);
         host.reset();
     }
 
