@@ -56,7 +56,7 @@ void picker_colorMenu::mouseMoveEvent(QMouseEvent* event) {
 }
 
 // The popup opens on the press of its button, so the release of that press must not pick:
-// the first press or release only arms it.
+// a release before any press is ignored, and the first press only arms it.
 void picker_colorMenu::mousePressEvent(QMouseEvent*) {
     if (!armed) {
         armed = true;
