@@ -60,6 +60,20 @@ QSpacerItem* spacer() {
     return new QSpacerItem(1, 1, QSizePolicy::Minimum, QSizePolicy::Minimum);
 }
 
+// The view whose selected buttons a toolbox edit changes, or null.
+picker_view* edit_target(picker_view* view) {
+    return view && view->any_selected() ? view : nullptr;
+}
+
+// A size menu's pick, shown on its button; 10 for a text that is no number.
+int picked_size(const QAction* which, QPushButton* shown) {
+    if (shown)
+        shown->setText(which->text());
+    bool ok = false;
+    const int value = which->text().toInt(&ok, 10);
+    return ok ? value : 10;
+}
+
 template <typename T> T first(const QSet<T>& set) {
     return *set.constBegin();
 }
@@ -124,47 +138,32 @@ void picker_window::do_labelcolor_menu() {
 void picker_window::set_button_color(QRgb which) {
     if (color_button)
         color_button->setIcon(swatch(which));
-    picker_view* view = current_view();
-    if (!view || !view->any_selected())
-        return;
-    view->undo_stack.push(new change_color_cmd(view, which));
+    if (picker_view* view = edit_target(current_view()))
+        view->undo_stack.push(new change_color_cmd(view, which));
 }
 
 void picker_window::set_label_color(QRgb which) {
     if (label_color_button)
         label_color_button->setIcon(swatch(which));
-    picker_view* view = current_view();
-    if (!view || !view->any_selected())
-        return;
-    view->undo_stack.push(new change_labelc_cmd(view, which));
+    if (picker_view* view = edit_target(current_view()))
+        view->undo_stack.push(new change_labelc_cmd(view, which));
 }
 
+// Unlike the colours, the sizes are stored for new buttons at once.
 void picker_window::set_button_width(QAction* which) {
     if (!which)
         return;
-    if (width_button)
-        width_button->setText(which->text());
-    bool ok = false;
-    const int value = which->text().toInt(&ok, 10);
-    button_width = ok ? value : 10;
-    picker_view* view = current_view();
-    if (!view || !view->any_selected())
-        return;
-    view->undo_stack.push(new change_width_cmd(view, button_width));
+    button_width = picked_size(which, width_button);
+    if (picker_view* view = edit_target(current_view()))
+        view->undo_stack.push(new change_width_cmd(view, button_width));
 }
 
 void picker_window::set_button_height(QAction* which) {
     if (!which)
         return;
-    if (height_button)
-        height_button->setText(which->text());
-    bool ok = false;
-    const int value = which->text().toInt(&ok, 10);
-    button_height = ok ? value : 10;
-    picker_view* view = current_view();
-    if (!view || !view->any_selected())
-        return;
-    view->undo_stack.push(new change_height_cmd(view, button_height));
+    button_height = picked_size(which, height_button);
+    if (picker_view* view = edit_target(current_view()))
+        view->undo_stack.push(new change_height_cmd(view, button_height));
 }
 
 // The label for new buttons is not written here: only a refresh takes it from the field.

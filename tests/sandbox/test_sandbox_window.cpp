@@ -37,6 +37,16 @@ class test_sandbox_window : public QObject {
     host::session& host = host::session::get();
     QStringList lines;
 
+    // The demo scene with the plug-in loaded and its window open on the scene's picker.
+    void open_demo_picker() {
+        QString error;
+        QVERIFY2(sandbox::open_demo_scene(&error), qPrintable(error));
+        QVERIFY(host.load_plugin(ZELVANI_PLUGIN_PATH));
+        host.run_idle();
+        host.execute("ZelvaniPicker;");
+        host.run_idle();
+    }
+
 private slots:
     void init() {
         host.reset();
@@ -159,12 +169,7 @@ private slots:
     }
 
     void the_demo_scene_carries_its_picker() {
-        QString error;
-        QVERIFY2(sandbox::open_demo_scene(&error), qPrintable(error));
-        QVERIFY(host.load_plugin(ZELVANI_PLUGIN_PATH));
-        host.run_idle();
-        host.execute("ZelvaniPicker;");
-        host.run_idle();
+        open_demo_picker();
         QCOMPARE(host.execute("ZelvaniPicker query_tabs;").values, QStringList{"Hero"});
         QCOMPARE(host.execute("ZelvaniPicker get_namespaces;").values, QStringList{"hero"});
         // A scene selection reaches the picker without a word.
@@ -183,12 +188,7 @@ private slots:
     // Select, band-select, Ctrl-drag, nudge, align from the menu, resize: each gesture one
     // undo entry, and undoing them all gives back the picker the scene carried.
     void an_editing_session_undoes_to_where_it_began() {
-        QString error;
-        QVERIFY2(sandbox::open_demo_scene(&error), qPrintable(error));
-        QVERIFY(host.load_plugin(ZELVANI_PLUGIN_PATH));
-        host.run_idle();
-        host.execute("ZelvaniPicker;");
-        host.run_idle();
+        open_demo_picker();
         const QString before = host.execute("ZelvaniPicker get_picker_data;").values.join("");
         auto* tabs = MQtUtil::mainWindow()->findChild<QTabWidget*>();
         QWidget* picker = tabs->window();
