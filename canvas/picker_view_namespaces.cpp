@@ -48,9 +48,14 @@ void picker_view::update_namespace(const QString& to) {
     if (used.isEmpty())
         used.append(root);
     QStringList from_list, to_list;
+    const QString new_prefix = namespace_prefix(to, true);
     for (const QString& from : qAsConst(used)) {
-        from_list.append(namespace_prefix(from, false));
-        to_list.append(namespace_prefix(to, true));
+        // As in a rebind, a pair that changes nothing is left out of the lists.
+        const QString old_prefix = namespace_prefix(from, false);
+        if (old_prefix != new_prefix) {
+            from_list.append(old_prefix);
+            to_list.append(new_prefix);
+        }
     }
     for (picker_button* button : qAsConst(buttons))
         rename_namespaces(*button, from_list, to_list);
