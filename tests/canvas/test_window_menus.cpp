@@ -82,6 +82,53 @@ private slots:
         QVERIFY(window->save_action->isEnabled());
     }
 
+    void every_entry_copes_without_a_tab() {
+        window->clear_tabs();
+        const QList<QAction*> entries{window->save_action,
+                                      window->saveas_action,
+                                      window->rename_action,
+                                      window->close_action,
+                                      window->undo_action,
+                                      window->redo_action,
+                                      window->cut_action,
+                                      window->copy_action,
+                                      window->paste_action,
+                                      window->paste_inplace_action,
+                                      window->add_one_action,
+                                      window->add_many_action,
+                                      window->update_button_action,
+                                      window->change_background_action,
+                                      window->resize_background_action,
+                                      window->change_namespace_action};
+        selected_objects = QStringList{"hero:arm"};
+        for (QAction* entry : entries)
+            entry->trigger(); // no dialog may come up: nothing would answer it
+        QCOMPARE(window->tabs->count(), 0);
+        QCOMPARE(QApplication::activeModalWidget(), nullptr);
+    }
+
+    void shortcuts_as_the_menus_show_them() {
+        const QList<QPair<QAction*, QString>> keys{{window->new_action, "Ctrl+N"},
+                                                   {window->open_action, "Ctrl+O"},
+                                                   {window->save_action, "Ctrl+S"},
+                                                   {window->close_action, "Ctrl+W"},
+                                                   {window->exit_action, "Ctrl+Shift+W"},
+                                                   {window->undo_action, "Ctrl+Z"},
+                                                   {window->redo_action, "Ctrl+Shift+Z"},
+                                                   {window->cut_action, "Ctrl+X"},
+                                                   {window->copy_action, "Ctrl+C"},
+                                                   {window->paste_action, "Ctrl+V"},
+                                                   {window->paste_inplace_action, "Ctrl+Shift+V"}};
+        for (const auto& [action, key] : keys)
+            QCOMPARE(action->shortcut().toString(), key);
+        picker_view* view = window->current_view();
+        QCOMPARE(view->delete_action->shortcut(), QKeySequence(Qt::Key_Backspace));
+        QCOMPARE(view->reset_action->shortcut(), QKeySequence(Qt::Key_H));
+        QCOMPARE(view->frame_action->shortcut(), QKeySequence(Qt::Key_F));
+        for (QAction* action : view->actions())
+            QCOMPARE(action->shortcutContext(), Qt::WidgetShortcut);
+    }
+
     void keys_act_only_while_the_pointer_is_over_the_window() {
         QCOMPARE(window->tabs->count(), 1);
         QEvent leave(QEvent::Leave);
