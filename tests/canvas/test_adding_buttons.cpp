@@ -3,6 +3,7 @@
 #include "canvas/picker_view.h"
 #include "core/session.h"
 #include "document/selected_objects.h"
+#include "shown_window.h"
 #include "window/picker_editCmdDialog.h"
 #include "window/picker_resizebackground.h"
 #include "window/picker_window.h"
@@ -17,11 +18,8 @@
 #include <QtTest>
 #include <functional>
 
-class test_adding_buttons : public QObject {
+class test_adding_buttons : public QObject, shown_window {
     Q_OBJECT
-    host::session& host = host::session::get();
-    picker_window* window = nullptr;
-    picker_view* view = nullptr;
 
     // Runs `answer` on the next modal dialog, once it is up.
     template <typename Dialog> void answer_next(std::function<void(Dialog*)> answer) {
@@ -37,18 +35,8 @@ class test_adding_buttons : public QObject {
     }
 
 private slots:
-    void init() {
-        window = new picker_window(nullptr);
-        window->resize(400, 400);
-        window->show();
-        view = window->current_view();
-        selected_objects.clear();
-    }
-    void cleanup() {
-        delete window;
-        host.idle.clear();
-        selected_objects.clear();
-    }
+    void init() { open_window(); }
+    void cleanup() { close_window(); }
 
     void one_button_takes_the_whole_selection_at_the_last_press() {
         press_at(QPoint(120, 80));

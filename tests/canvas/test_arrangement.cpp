@@ -2,14 +2,13 @@
 // buttons laid out with one drag.
 #include "canvas/picker_view.h"
 #include "document/selected_objects.h"
+#include "shown_window.h"
 #include "window/picker_window.h"
 
 #include <QtTest>
 
-class test_arrangement : public QObject {
+class test_arrangement : public QObject, shown_window {
     Q_OBJECT
-    picker_window* window = nullptr;
-    picker_view* view = nullptr;
 
     picker_button* add(QPoint at, bool selected = true) {
         picker_button_data data;
@@ -22,14 +21,8 @@ class test_arrangement : public QObject {
     }
 
 private slots:
-    void init() {
-        window = new picker_window(nullptr);
-        window->resize(400, 400);
-        window->show();
-        view = window->current_view();
-        selected_objects.clear();
-    }
-    void cleanup() { delete window; }
+    void init() { open_window(); }
+    void cleanup() { close_window(); }
 
     void align_takes_the_truncated_mean() {
         picker_button* a = add(QPoint(0, -10));

@@ -2,6 +2,7 @@
 #include "canvas/picker_view.h"
 #include "core/session.h"
 #include "document/selected_objects.h"
+#include "shown_window.h"
 #include "window/picker_window.h"
 
 #include <QMenu>
@@ -9,11 +10,8 @@
 #include <QtTest>
 #include <functional>
 
-class test_context_menu : public QObject {
+class test_context_menu : public QObject, shown_window {
     Q_OBJECT
-    host::session& host = host::session::get();
-    picker_window* window = nullptr;
-    picker_view* view = nullptr;
 
     picker_button* add(QPoint centre, const QString& target, int kind = 0) {
         picker_button_data data;
@@ -48,19 +46,11 @@ class test_context_menu : public QObject {
 
 private slots:
     void init() {
-        window = new picker_window(nullptr);
-        window->resize(400, 400);
-        window->show();
+        open_window();
         window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(window));
-        view = window->current_view();
-        selected_objects.clear();
     }
-    void cleanup() {
-        delete window;
-        host.idle.clear();
-        selected_objects.clear();
-    }
+    void cleanup() { close_window(); }
 
     void the_menu_acts_on_the_button_under_the_pointer() {
         picker_button* a = add(QPoint(50, 50), "a");

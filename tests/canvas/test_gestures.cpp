@@ -2,16 +2,14 @@
 #include "canvas/picker_view.h"
 #include "core/session.h"
 #include "document/selected_objects.h"
+#include "shown_window.h"
 #include "window/picker_window.h"
 
 #include <QUndoStack>
 #include <QtTest>
 
-class test_gestures : public QObject {
+class test_gestures : public QObject, shown_window {
     Q_OBJECT
-    host::session& host = host::session::get();
-    picker_window* window = nullptr;
-    picker_view* view = nullptr;
 
     picker_button* add(QPoint centre, QStringList targets, int kind = 0) {
         picker_button_data data;
@@ -40,18 +38,8 @@ class test_gestures : public QObject {
     }
 
 private slots:
-    void init() {
-        window = new picker_window(nullptr);
-        window->resize(400, 400);
-        window->show();
-        view = window->current_view();
-        selected_objects.clear();
-        host.idle.clear();
-    }
-    void cleanup() {
-        delete window;
-        host.idle.clear();
-    }
+    void init() { open_window(); }
+    void cleanup() { close_window(); }
 
     void a_click_replaces_the_selection_and_sends_it() {
         picker_button* arm = add(QPoint(50, 50), {"hero:arm"});

@@ -2,14 +2,13 @@
 #include "canvas/banner_overlay.h"
 #include "canvas/marquee_overlay.h"
 #include "canvas/picker_view.h"
+#include "shown_window.h"
 #include "window/picker_window.h"
 
 #include <QtTest>
 
-class test_painting : public QObject {
+class test_painting : public QObject, shown_window {
     Q_OBJECT
-    picker_window* window = nullptr;
-    picker_view* view = nullptr;
 
     picker_button* add(QPoint centre, QStringList targets, QString label = {}, int kind = 0) {
         picker_button_data data;
@@ -27,13 +26,8 @@ class test_painting : public QObject {
     static QColor at(const QImage& image, QPoint p) { return image.pixelColor(p); }
 
 private slots:
-    void init() {
-        window = new picker_window(nullptr);
-        window->resize(420, 360);
-        window->show();
-        view = window->current_view();
-    }
-    void cleanup() { delete window; }
+    void init() { open_window(QSize(420, 360)); }
+    void cleanup() { close_window(); }
 
     void an_empty_view_shows_the_backdrop_and_the_banner() {
         const QImage image = shot();

@@ -2,6 +2,7 @@
 // edit the selected buttons in one undo step each, it follows the selection, and hiding it
 // destroys the controls that showing builds anew.
 #include "canvas/picker_view.h"
+#include "shown_window.h"
 #include "window/FlowLayout.h"
 #include "window/picker_colorMenu.h"
 #include "window/picker_window.h"
@@ -13,10 +14,8 @@
 #include <QVBoxLayout>
 #include <QtTest>
 
-class test_toolbox : public QObject {
+class test_toolbox : public QObject, shown_window {
     Q_OBJECT
-    picker_window* window = nullptr;
-    picker_view* view = nullptr;
 
     picker_button* add(int width, QRgb color, const QString& label) {
         picker_button_data data;
@@ -69,16 +68,13 @@ class test_toolbox : public QObject {
 
 private slots:
     void init() {
-        window = new picker_window(nullptr);
-        window->resize(600, 400);
-        window->show();
+        open_window(QSize(600, 400));
         QVERIFY(QTest::qWaitForWindowExposed(window));
-        view = window->current_view();
         add(10, 0xffb22222, "b0");
         add(20, 0xff123456, "b1");
         add(10, 0xffb22222, "b2");
     }
-    void cleanup() { delete window; }
+    void cleanup() { close_window(); }
 
     void colour_popup_from_the_swatch_button_recolours_the_selection() {
         select({0, 2});
