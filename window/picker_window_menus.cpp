@@ -164,25 +164,33 @@ void picker_window::do_redo() {
         view->undo_stack.redo();
 }
 
+namespace {
+
+// The current view, when the scene has a selection to make buttons of.
+picker_view* view_for_selection(const picker_window* window) {
+    picker_view* view = window->current_view();
+    return view && !selected_objects.isEmpty() ? view : nullptr;
+}
+
+} // namespace
+
+// Unlike the canvas menu's entries, these frame the view after adding.
 void picker_window::add_one_button() {
-    picker_view* view = current_view();
-    if (!view || selected_objects.isEmpty())
-        return;
-    view->add_one_button();
-    view->frame_view();
+    if (picker_view* view = view_for_selection(this)) {
+        view->add_one_button();
+        view->frame_view();
+    }
 }
 
 void picker_window::add_many_buttons() {
-    picker_view* view = current_view();
-    if (!view || selected_objects.isEmpty())
-        return;
-    view->add_many_buttons();
-    view->frame_view();
+    if (picker_view* view = view_for_selection(this)) {
+        view->add_many_buttons();
+        view->frame_view();
+    }
 }
 
 void picker_window::update_button() {
-    picker_view* view = current_view();
-    if (view && !selected_objects.isEmpty())
+    if (picker_view* view = view_for_selection(this))
         view->update_button();
 }
 
