@@ -7,6 +7,22 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+namespace {
+
+// Qt takes a number above the top as input still being typed; a size field refuses it.
+class size_validator : public QIntValidator {
+public:
+    size_validator(int top, QObject* parent) : QIntValidator(0, top, parent) {}
+    State validate(QString& input, int& pos) const override {
+        const State state = QIntValidator::validate(input, pos);
+        bool ok = false;
+        const int value = input.toInt(&ok);
+        return state == Intermediate && ok && value > top() ? Invalid : state;
+    }
+};
+
+} // namespace
+
 picker_resizebackground::picker_resizebackground(QWidget* parent) : QDialog(parent) {
     setModal(true);
     setWindowTitle(tr("Resize Background"));
@@ -19,8 +35,8 @@ picker_resizebackground::picker_resizebackground(QWidget* parent) : QDialog(pare
 
     height_edit = new QLineEdit;
     width_edit = new QLineEdit;
-    height_edit->setValidator(new QIntValidator(0, 20000, height_edit));
-    width_edit->setValidator(new QIntValidator(0, 20000, width_edit));
+    height_edit->setValidator(new size_validator(20000, height_edit));
+    width_edit->setValidator(new size_validator(20000, width_edit));
 
     auto* fields = new QHBoxLayout;
     fields->addWidget(new QLabel(tr("Width: ")));
