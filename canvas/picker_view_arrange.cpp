@@ -1,13 +1,9 @@
-// The view's tidying slots, and the keys that reach the view's actions.
+// The view's tidying slots: align, distribute, size steps, nudges, a row of new buttons.
 #include "canvas/picker_view.h"
 #include "editing/add_manybuttons_cmd.h"
 #include "editing/arrange_buttons_cmd.h"
 #include "editing/list_cmds.h"
 #include "editing/property_cmds.h"
-
-#include <QAction>
-#include <QKeyEvent>
-#include <QTabWidget>
 
 #include "window/picker_window.h"
 
@@ -65,23 +61,4 @@ void picker_view::add_many_buttons() {
     }
     gesture = new add_manybuttons_cmd(this);
     update_cursor(true);
-}
-
-bool picker_view::handle_shortcut(QKeyEvent* event) {
-    if (actions().isEmpty() || window->current_view() != this)
-        return false;
-    const QKeySequence pressed(int(event->modifiers()) | event->key());
-    bool fired = false;
-    for (QAction* action : actions()) {
-        if (!action->isEnabled())
-            continue;
-        for (const QKeySequence& shortcut : action->shortcuts()) {
-            if (shortcut == pressed) {
-                action->activate(QAction::Trigger);
-                fired = true;
-                break;
-            }
-        }
-    }
-    return fired;
 }

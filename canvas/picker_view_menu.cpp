@@ -1,7 +1,9 @@
 // The right button's menu and the actions behind it. The same actions carry the view's
 // keys, which work while the view has focus or come through the window.
+#include "canvas/action_keys.h"
 #include "canvas/picker_view.h"
 #include "document/selected_objects.h"
+#include "window/picker_window.h"
 
 #include <QAction>
 #include <QIcon>
@@ -122,4 +124,11 @@ void picker_view::context_press(QMouseEvent* event) {
     event->accept();
     setFocus(Qt::MouseFocusReason);
     update_cursor(false);
+}
+
+// Keys the window's own actions left; only the current view answers.
+bool picker_view::handle_shortcut(QKeyEvent* event) {
+    if (actions().isEmpty() || window->current_view() != this)
+        return false;
+    return fire_actions_for_key(actions(), event);
 }

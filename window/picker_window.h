@@ -125,7 +125,6 @@ public slots:
     void updatePickerMenu();
 
     // --- clipboard ---
-public slots:
     void copy_buttons();
     void cut_buttons();
     void paste_buttons();
@@ -135,10 +134,8 @@ public:
     // Adds the clipboard's buttons to `view` as one undo step, centred in its visible part
     // unless in place.
     void paste(picker_view* view, bool in_place);
-    // --- end of clipboard ---
 
     // --- toolbox ---
-public:
     // The strip below the tabs; all null while the toolbox is hidden.
     QPushButton* color_button = nullptr;
     QPushButton* width_button = nullptr;
@@ -163,7 +160,6 @@ private:
     void build_toolbox();
     // Builds the strip and adds it below the tabs between two spacings of 4.
     void show_toolbox();
-    // --- end of toolbox ---
 
 protected:
     // The window's keys first, then the current view's; only while the pointer is over it.

@@ -1,4 +1,5 @@
 // The menu bar, the commands behind it, the window's keys and the About box.
+#include "canvas/action_keys.h"
 #include "canvas/picker_view.h"
 #include "document/picker_clipboard.h"
 #include "document/selected_objects.h"
@@ -227,21 +228,9 @@ void picker_window::keyPressEvent(QKeyEvent* event) {
         QWidget::keyPressEvent(event);
         return;
     }
-    if (hasFocus()) {
-        const QKeySequence pressed(int(event->modifiers()) | event->key());
-        bool fired = false;
-        for (QAction* action : actions()) {
-            if (!action->isEnabled())
-                continue;
-            if (action->shortcuts().contains(pressed)) {
-                action->activate(QAction::Trigger);
-                fired = true;
-            }
-        }
-        if (fired) {
-            event->setAccepted(true);
-            return;
-        }
+    if (hasFocus() && fire_actions_for_key(actions(), event)) {
+        event->setAccepted(true);
+        return;
     }
     picker_view* view = current_view();
     if (view && view->handle_shortcut(event)) {

@@ -65,13 +65,19 @@ picker_view* edit_target(picker_view* view) {
     return view && view->any_selected() ? view : nullptr;
 }
 
-// A size menu's pick, shown on its button; 10 for a text that is no number.
-int picked_size(const QAction* which, QPushButton* shown) {
+// A size menu's pick: shown on its button, kept for new buttons (10 for a text that is no
+// number) and, with a selection, given to the selected buttons.
+template <typename Command>
+void apply_size(picker_view* view, const QAction* which, QPushButton* shown, int& setting) {
+    if (!which)
+        return;
     if (shown)
         shown->setText(which->text());
     bool ok = false;
     const int value = which->text().toInt(&ok, 10);
-    return ok ? value : 10;
+    setting = ok ? value : 10;
+    if ((view = edit_target(view)))
+        view->undo_stack.push(new Command(view, setting));
 }
 
 template <typename T> T first(const QSet<T>& set) {
@@ -151,25 +157,17 @@ void picker_window::set_label_color(QRgb which) {
 
 // Unlike the colours, the sizes are stored for new buttons at once.
 void picker_window::set_button_width(QAction* which) {
-    if (!which)
-        return;
-    button_width = picked_size(which, width_button);
-    if (picker_view* view = edit_target(current_view()))
-        view->undo_stack.push(new change_width_cmd(view, button_width));
+    apply_size<change_width_cmd>(current_view(), which, width_button, button_width);
 }
 
 void picker_window::set_button_height(QAction* which) {
-    if (!which)
-        return;
-    button_height = picked_size(which, height_button);
-    if (picker_view* view = edit_target(current_view()))
-        view->undo_stack.push(new change_height_cmd(view, button_height));
+    apply_size<change_height_cmd>(current_view(), which, height_button, button_height);
 }
 
 // The label for new buttons is not written here: only a refresh takes it from the field.
 void picker_window::set_button_label() {
-    picker_view* view = current_view();
-    if (!view || !view->any_selected() || !label_edit)
+    picker_view* view = edit_target(current_view());
+    if (!view || !label_edit)
         return;
     view->undo_stack.push(new change_label_cmd(view, label_edit->text()));
     label_edit->clearFocus();
