@@ -26,35 +26,38 @@ void draw_block(QPainter& p, const QRectF& r) {
     p.drawRoundedRect(r, 2, 2);
 }
 
-// Blocks of three sizes centred on one horizontal guide; `vertical` turns it a quarter.
-QImage align(bool vertical) {
+// Draws the horizontal form of an icon; `vertical` mirrors it across the diagonal.
+template <typename Draw> QImage icon(bool vertical, Draw draw) {
     QImage image = blank();
     QPainter p(&image);
     p.setRenderHint(QPainter::Antialiasing);
     if (vertical)
         p.setTransform(QTransform(0, 1, 1, 0, 0, 0));
-    draw_block(p, QRectF(2.5, 10.5, 7, 11));
-    draw_block(p, QRectF(12.5, 6.5, 7, 19));
-    draw_block(p, QRectF(22.5, 12.5, 7, 7));
-    p.setPen(QPen(guide, 2.0));
-    p.drawLine(QPointF(0, 16), QPointF(size, 16));
+    draw(p);
     return image;
+}
+
+// Blocks of three sizes centred on one guide.
+QImage align(bool vertical) {
+    return icon(vertical, [](QPainter& p) {
+        draw_block(p, QRectF(2.5, 10.5, 7, 11));
+        draw_block(p, QRectF(12.5, 6.5, 7, 19));
+        draw_block(p, QRectF(22.5, 12.5, 7, 7));
+        p.setPen(QPen(guide, 2.0));
+        p.drawLine(QPointF(0, 16), QPointF(size, 16));
+    });
 }
 
 // Three blocks at even steps, with the step marked between them.
 QImage distribute(bool vertical) {
-    QImage image = blank();
-    QPainter p(&image);
-    p.setRenderHint(QPainter::Antialiasing);
-    if (vertical)
-        p.setTransform(QTransform(0, 1, 1, 0, 0, 0));
-    p.setPen(QPen(guide, 2.0));
-    for (const qreal x : {4.0, 16.0, 28.0})
-        p.drawLine(QPointF(x, 1), QPointF(x, 31));
-    draw_block(p, QRectF(1.5, 9.5, 6, 13));
-    draw_block(p, QRectF(13.5, 5.5, 6, 21));
-    draw_block(p, QRectF(25.5, 11.5, 6, 9));
-    return image;
+    return icon(vertical, [](QPainter& p) {
+        p.setPen(QPen(guide, 2.0));
+        for (const qreal x : {4.0, 16.0, 28.0})
+            p.drawLine(QPointF(x, 1), QPointF(x, 31));
+        draw_block(p, QRectF(1.5, 9.5, 6, 13));
+        draw_block(p, QRectF(13.5, 5.5, 6, 21));
+        draw_block(p, QRectF(25.5, 11.5, 6, 9));
+    });
 }
 
 } // namespace
