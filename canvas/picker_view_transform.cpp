@@ -3,9 +3,8 @@
 // testing and the marquee all see exactly these rectangles.
 #include "canvas/banner_overlay.h"
 #include "canvas/picker_view.h"
+#include "canvas/wheel_delta.h"
 #include "canvas/zoom_step.h"
-
-#include <QWheelEvent>
 
 namespace {
 
@@ -71,7 +70,7 @@ void picker_view::zoom_at(float new_zoom, const QPoint& anchor) {
 void picker_view::wheelEvent(QWheelEvent* event) {
     if (event->buttons() != Qt::NoButton)
         return;
-    const int n = event->angleDelta().y() / 60;
+    const int n = wheel_delta(event) / 60;
     zoom_at(zoom_step(n, float(zoom)), event->position().toPoint());
 }
 
