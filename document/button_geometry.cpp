@@ -12,6 +12,10 @@ const QFont& label_font() {
         QFont f(QString::fromLatin1("Tahoma"));
         f.setPixelSize(11);
         f.setStyleStrategy(QFont::NoAntialias);
+        // Whole-pixel advances and stems on the pixel grid, whatever the machine's font
+        // settings: unhinted, a label centred at a fraction of a pixel loses thin stems (the
+        // "L" of "L Arm") in its one-bit rendering.
+        f.setHintingPreference(QFont::PreferFullHinting);
         return f;
     }();
     return font;
