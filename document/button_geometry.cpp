@@ -1,5 +1,7 @@
 #include "document/button_geometry.h"
 
+#include "document/int_range.h"
+
 #include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
@@ -32,8 +34,7 @@ const QFontMetrics& label_metrics() {
 } // namespace
 
 void reset_button_rect(picker_button& button) {
-    button.rect = QRect(0, 0, button.width, button.height);
-    button.rect.moveCenter(button.position);
+    button.rect = centred_rect(QSize(button.width, button.height), button.position);
 }
 
 void update_button_geometry(picker_button& button) {
@@ -44,9 +45,9 @@ void update_button_geometry(picker_button& button) {
         text.rheight() += 1;
     text.rwidth() += 2;
 
-    button.rect = QRect(0, 0, std::max(text.width() + 2, button.width),
-                        std::max(text.height(), button.height));
-    button.rect.moveCenter(button.position);
+    button.rect = centred_rect(
+        QSize(std::max(text.width() + 2, button.width), std::max(text.height(), button.height)),
+        button.position);
 
     QImage image(text, QImage::Format_ARGB32);
     image.fill(0);
