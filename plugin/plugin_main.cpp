@@ -48,7 +48,7 @@ const event_callback event_callbacks[] = {
 
 // Unloaded by a script that runs inside one of the picker's dialogs or menus: the handlers
 // below that loop return through this library's code, and the views they used are deleted
-// after them. The library is kept mapped for the rest of the process.
+// after them. The library, named after its command, stays mapped for the rest of the process.
 void keep_library_mapped() {
 #if defined(Q_OS_WIN)
     const char* const suffix = ".mll";
