@@ -84,6 +84,12 @@ class test_dialog_loops : public QObject {
         return nullptr;
     }
     QString mel_path(const QString& name) const { return '"' + dir.filePath(name) + '"'; }
+    // The close button of a tab, on whichever side the style puts it.
+    QWidget* close_button(int index) const {
+        QTabBar* bar = f.tabs()->tabBar();
+        QWidget* right = bar->tabButton(index, QTabBar::RightSide);
+        return right ? right : bar->tabButton(index, QTabBar::LeftSide);
+    }
 
     // A right click on the current view at `pos` that chooses `entry` from its menu.
     void from_canvas_menu(const QPoint& pos, const QString& entry) {
@@ -250,11 +256,6 @@ private slots:
     void the_close_question_follows_its_tab() {
         f.mel("ZelvaniPicker rename_tab A; ZelvaniPicker new_tab; ZelvaniPicker rename_tab B;"
               "ZelvaniPicker new_tab; ZelvaniPicker rename_tab C;");
-        const auto close_button = [this](int index) {
-            QTabBar* bar = f.tabs()->tabBar();
-            return bar->tabButton(index, QTabBar::RightSide)
-                       ?: bar->tabButton(index, QTabBar::LeftSide);
-        };
         on_dialog<QMessageBox>("Close Tab", [&](QMessageBox* box) {
             f.mel("ZelvaniPicker set_tab A; ZelvaniPicker close_tab;");
             box->button(QMessageBox::Ok)->click();
@@ -321,7 +322,7 @@ private slots:
         if (where == "Edit Command")
             from_canvas_menu(QPoint(60, 60), "Add Command Button...");
         else if (where == "Close Tab")
-            QTest::mouseClick(f.tabs()->tabBar()->tabButton(0, QTabBar::RightSide), Qt::LeftButton);
+            QTest::mouseClick(close_button(0), Qt::LeftButton);
         else
             window_action("Open...")->trigger();
         QVERIFY(unloaded);
