@@ -6,6 +6,7 @@
 #include <QList>
 #include <QPixmap>
 #include <QPoint>
+#include <QPointer>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -30,10 +31,10 @@ public:
 
     // --- document ---
     QPixmap background;
-    QString background_id; // decimal cache key of the picture, or empty
-    picker_window* window;
-    QString file_path;             // the .pkr this tab came from or went to last
-    QList<picker_button*> buttons; // owned; the order is the z-order
+    QString background_id;          // decimal cache key of the picture, or empty
+    QPointer<picker_window> window; // null once the tab was closed
+    QString file_path;              // the .pkr this tab came from or went to last
+    QList<picker_button*> buttons;  // owned; the order is the z-order
     picker_button* pressed_button = nullptr;
     QUndoStack undo_stack;
 
@@ -120,6 +121,9 @@ public:
     void read_buttons(QDataStream& in, int version);
 
     void refresh_toolbox();
+    // False once the tab was closed. A handler that waited in one of the picker's event
+    // loops tests it when the loop returns, and drops what it was doing.
+    bool in_window() const { return !window.isNull(); }
 
     // --- painting ---
     void paint_command_button(QPainter* painter, const picker_button* button);

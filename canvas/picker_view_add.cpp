@@ -3,12 +3,11 @@
 #include "document/selected_objects.h"
 #include "editing/add_button_cmd.h"
 #include "editing/list_cmds.h"
+#include "window/held_dialog.h"
 #include "window/picker_editCmdDialog.h"
 #include "window/picker_resizebackground.h"
 #include "window/picker_window.h"
 
-#include <QFileDialog>
-#include <QMessageBox>
 #include <memory>
 
 void picker_view::add_one_button() {
@@ -27,14 +26,12 @@ void picker_view::delete_button() {
 }
 
 // Over a command button this edits it in place, outside the undo stack; anywhere else it
-// makes a new command button there, undoable, unless the dialog is cancelled.
+// makes a new command button there, undoable, unless the dialog is cancelled. A script run
+// from the dialog may close the tab or remove the button: the edit is then dropped.
 void picker_view::add_command_button() {
     if (picker_button* button = button_at(press_pos); button && button->kind == 1) {
         picker_button_data record = button->data();
-        if (!edit_command(this, &record))
-            return;
-        // The dialog's event loop may have let a script remove the button.
-        if (!buttons.contains(button))
+        if (!edit_command(this, &record) || !in_window() || !buttons.contains(button))
             return;
         static_cast<picker_button_data&>(*button) = record;
         update_button_geometry(button);
@@ -44,14 +41,17 @@ void picker_view::add_command_button() {
     }
     auto command = std::make_unique<add_button_cmd>(this, press_pos, tr("Add Command Button"), 0,
                                                     QString(), QString());
-    if (edit_command(this, &command->button))
+    if (edit_command(this, &command->button) && in_window())
         undo_stack.push(command.release());
 }
 
 // Cancelling the file dialog is how a picture is removed, after a confirmation.
 void picker_view::change_background() {
-    const QString file = QFileDialog::getOpenFileName(this, tr("Choose Background"), QString(),
-                                                      tr("Images (*.png *.xpm *.jpg)"));
+    const QString file = choose_files(this, tr("Choose Background"), QString(),
+                                      tr("Images (*.png *.xpm *.jpg)"), QFileDialog::ExistingFile)
+                             .value(0);
+    if (!in_window())
+        return;
     if (!file.isEmpty()) {
         if (!background.isNull())
             window->remove_background_image(this);
@@ -60,10 +60,10 @@ void picker_view::change_background() {
     } else {
         if (background.isNull())
             return;
-        const auto answer =
-            QMessageBox::question(this, tr("Background"), tr("Remove current background image?"),
-                                  QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel);
-        if (answer != QMessageBox::Yes)
+        const auto answer = ask_user(QMessageBox::Question, this, tr("Background"),
+                                     tr("Remove current background image?"),
+                                     QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel);
+        if (answer != QMessageBox::Yes || !in_window())
             return;
         window->remove_background_image(this);
         background = QPixmap();
@@ -76,7 +76,7 @@ void picker_view::change_background() {
 // The two numbers are taken as they are: no aspect ratio, no smoothing, no scene write.
 void picker_view::resize_background() {
     const QSize size = ask_background_size();
-    if (size.width() == 0 || size.height() == 0)
+    if (size.width() == 0 || size.height() == 0 || !in_window())
         return;
     const QPixmap scaled = background.scaled(size.width(), size.height(), Qt::IgnoreAspectRatio,
                                              Qt::FastTransformation);

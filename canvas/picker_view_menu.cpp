@@ -3,13 +3,13 @@
 #include "canvas/action_keys.h"
 #include "canvas/picker_view.h"
 #include "document/selected_objects.h"
+#include "window/event_loops.h"
 #include "window/picker_window.h"
 
 #include <QAction>
 #include <QIcon>
 #include <QMenu>
 #include <QMouseEvent>
-#include <QPointer>
 
 namespace {
 
@@ -114,10 +114,12 @@ void picker_view::context_press(QMouseEvent* event) {
                                         : tr("Add Command Button..."));
     add_one_action->setEnabled(!selected_objects.isEmpty());
     add_many_action->setEnabled(true);
-    // The menu spins an event loop, in which the host may run a new scene and take the tab.
-    const QPointer<picker_view> alive(this);
-    context_menu->exec(event->globalPos(), add_one_action);
-    if (!alive)
+    {
+        // The menu spins an event loop, in which the host may run a new scene and take the tab.
+        const loop_scope scope;
+        context_menu->exec(event->globalPos(), add_one_action);
+    }
+    if (!in_window())
         return;
     // Backspace deletes whatever the menu left.
     delete_action->setEnabled(true);

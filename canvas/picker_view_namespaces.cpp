@@ -34,7 +34,8 @@ void picker_view::rebind_namespaces(QStringList scene_list, bool always) {
             return;
     }
     QStringList from_list, to_list;
-    if (!ask_namespaces(this, used, scene_list, from_list, to_list))
+    // A script run while the dialog waits may close the tab: the answer is then dropped.
+    if (!ask_namespaces(this, used, scene_list, from_list, to_list) || !in_window())
         return;
     if (from_list.isEmpty())
         return;

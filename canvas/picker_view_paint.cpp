@@ -2,6 +2,7 @@
 // then the overlays. Plain and fast: labels are cached pixmaps scaled with the button.
 #include "canvas/picker_overlay.h"
 #include "canvas/picker_view.h"
+#include "document/int_range.h"
 
 #include <QLinearGradient>
 #include <QPaintEvent>
@@ -83,7 +84,8 @@ void picker_view::paint_label(QPainter* painter, const picker_button* button,
         return;
     const QRectF source(QPointF(0, 0), QSizeF(pixmap.size()));
     QRectF target(0, 0, int(pixmap.width() * zoom + 0.5), int(pixmap.height() * zoom + 0.5));
-    target.moveCenter(QPointF(int(centre.x() + 0.5), int(centre.y() + 0.5)));
+    target.moveCenter(
+        QPointF(truncate_to_int(centre.x() + 0.5), truncate_to_int(centre.y() + 0.5)));
     // A light label on a selected button punches through the near-white fill.
     if (button->kind == 0 && button->selected == 1 && (button->label_color & 0x808080)) {
         painter->setCompositionMode(QPainter::CompositionMode_Xor);

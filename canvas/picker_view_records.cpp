@@ -3,6 +3,7 @@
 #include "canvas/picker_view.h"
 
 #include "document/button_geometry.h"
+#include "document/int_range.h"
 
 #include <QtGlobal>
 
@@ -63,7 +64,7 @@ void picker_view::set_button_label(picker_button* button, const QString& text) {
 
 void picker_view::set_button_position(picker_button* button, const QPoint& point) {
     button->position = point;
-    button->rect.moveCenter(point);
+    button->rect = centred_rect(button->rect.size(), point);
 }
 
 picker_button* picker_view::button_at(const QPoint& point) const {

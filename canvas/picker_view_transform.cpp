@@ -3,31 +3,36 @@
 // testing and the marquee all see exactly these rectangles.
 #include "canvas/banner_overlay.h"
 #include "canvas/picker_view.h"
+#include "canvas/wheel_delta.h"
 #include "canvas/zoom_step.h"
-
-#include <QWheelEvent>
+#include "document/int_range.h"
 
 namespace {
 
 constexpr float min_zoom = 0.25f;
 constexpr float max_zoom = 16.0f;
 
+// Coordinates from scripts and files may lie anywhere in the int range: the mapped values
+// stop at its ends.
 int to_widget_edge(int edge, double zoom, int offset) {
-    return int(float(edge * zoom + offset));
+    return truncate_to_int(float(edge * zoom + offset));
 }
 int to_picker_edge(int edge, double zoom, int offset) {
-    return int(float((edge - offset) / zoom));
+    return truncate_to_int(float((double(edge) - offset) / zoom));
 }
 
 float clamp_zoom(float z) {
     return z < min_zoom ? min_zoom : (z > max_zoom ? max_zoom : z);
 }
 
-// Each edge mapped by itself; right() and bottom() are a pixel inside, so the mapped
-// rectangle comes out a pixel short on purpose.
+// Each edge mapped by itself, then QRect(l, t, r - l, b - t): right() and bottom() are a
+// pixel inside, so the mapped rectangle comes out a pixel short on purpose.
 template <typename F> QRect map_edges(const QRect& r, F edge) {
-    const int l = edge(r.left(), true), t = edge(r.top(), false);
-    return QRect(l, t, edge(r.right(), true) - l, edge(r.bottom(), false) - t);
+    QRect out;
+    out.setCoords(edge(r.left(), true), edge(r.top(), false),
+                  clamp_to_int(qint64(edge(r.right(), true)) - 1),
+                  clamp_to_int(qint64(edge(r.bottom(), false)) - 1));
+    return out;
 }
 
 } // namespace
@@ -43,8 +48,8 @@ QRect picker_view::rect_to_picker(const QRect& r) const {
 }
 
 QPoint picker_view::to_picker(const QPoint& p) const {
-    return QPoint(int(double(float(p.x() - offset.x())) / zoom),
-                  int(double(float(p.y() - offset.y())) / zoom));
+    return QPoint(truncate_to_int(double(float(qint64(p.x()) - offset.x())) / zoom),
+                  truncate_to_int(double(float(qint64(p.y()) - offset.y())) / zoom));
 }
 
 void picker_view::set_offset(const QPoint& new_offset) {
@@ -71,7 +76,7 @@ void picker_view::zoom_at(float new_zoom, const QPoint& anchor) {
 void picker_view::wheelEvent(QWheelEvent* event) {
     if (event->buttons() != Qt::NoButton)
         return;
-    const int n = event->angleDelta().y() / 60;
+    const int n = wheel_delta(event) / 60;
     zoom_at(zoom_step(n, float(zoom)), event->position().toPoint());
 }
 

@@ -1,5 +1,7 @@
 #include "document/button_geometry.h"
 
+#include "document/int_range.h"
+
 #include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
@@ -12,6 +14,10 @@ const QFont& label_font() {
         QFont f(QString::fromLatin1("Tahoma"));
         f.setPixelSize(11);
         f.setStyleStrategy(QFont::NoAntialias);
+        // Whole-pixel advances and stems on the pixel grid, whatever the machine's font
+        // settings: unhinted, a label centred at a fraction of a pixel loses thin stems (the
+        // "L" of "L Arm") in its one-bit rendering.
+        f.setHintingPreference(QFont::PreferFullHinting);
         return f;
     }();
     return font;
@@ -28,8 +34,7 @@ const QFontMetrics& label_metrics() {
 } // namespace
 
 void reset_button_rect(picker_button& button) {
-    button.rect = QRect(0, 0, button.width, button.height);
-    button.rect.moveCenter(button.position);
+    button.rect = centred_rect(QSize(button.width, button.height), button.position);
 }
 
 void update_button_geometry(picker_button& button) {
@@ -40,9 +45,9 @@ void update_button_geometry(picker_button& button) {
         text.rheight() += 1;
     text.rwidth() += 2;
 
-    button.rect = QRect(0, 0, std::max(text.width() + 2, button.width),
-                        std::max(text.height(), button.height));
-    button.rect.moveCenter(button.position);
+    button.rect = centred_rect(
+        QSize(std::max(text.width() + 2, button.width), std::max(text.height(), button.height)),
+        button.position);
 
     QImage image(text, QImage::Format_ARGB32);
     image.fill(0);

@@ -4,7 +4,7 @@
 
 #include <QFont>
 
-// "Tahoma", 11 pixels, not antialiased: the one font of button labels.
+// "Tahoma", 11 pixels, not antialiased, fully hinted: the one font of button labels.
 const QFont& label_font();
 
 // A new record from stored data: sizes raised to 1, `size` follows `width`, the derived

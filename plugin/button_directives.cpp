@@ -1,6 +1,7 @@
 // Directives that add, find, change and delete the current tab's buttons from a script.
 // They change the records directly: a script's change is not on the undo stack.
 #include "canvas/picker_view.h"
+#include "document/int_range.h"
 #include "document/selected_objects.h"
 #include "plugin/directive_args.h"
 #include "plugin/picker_globals.h"
@@ -19,8 +20,9 @@ MString slot(const MStringArray& args, unsigned int i) {
 int slot_int(const MStringArray& args, unsigned int i) {
     return slot(args, i).asInt();
 }
+// Truncated toward zero; 1e12 stops at the end of the int range.
 int slot_coordinate(const MStringArray& args, unsigned int i) {
-    return int(slot(args, i).asFloat());
+    return truncate_to_int(slot(args, i).asFloat());
 }
 QString slot_text(const MStringArray& args, unsigned int i) {
     return MQtUtil::toQString(slot(args, i));

@@ -29,7 +29,8 @@ MStatus picker_main::open_picker_data(const MStringArray& args) {
 // Decodes the one argument and reads its tabs; data that does not decode costs the
 // window all its tabs.
 MStatus picker_main::read_picker_data(const MStringArray& args, bool replace) {
-    picker_window* window = picker_window_instance();
+    // A newer format's warning waits for the user, and scripts may close the window meanwhile.
+    const QPointer<picker_window> window = picker_window_instance();
     if (!window)
         return MS::kSuccess;
     const QByteArray bytes = decode_picker_data(QByteArray(args[0].asChar()));
@@ -39,6 +40,8 @@ MStatus picker_main::read_picker_data(const MStringArray& args, bool replace) {
     }
     QDataStream in(bytes);
     window->read_tabs(in, replace);
+    if (!window)
+        return MS::kSuccess;
     on_selection_changed();
     window->request_background_image(window->current_view());
     return MS::kSuccess;

@@ -12,5 +12,6 @@ extern QPointer<QDockWidget> picker_dock;
 // between threads (everything runs on the host's main thread).
 extern QMutex picker_lock;
 
-// Set by the batch-mode directives: scripted edits hold back scene writes and repaints.
+// Set by the batch-mode directives: the button directives then hold back changed() (so the
+// scene write) and the toolbox refresh; they still repaint.
 extern bool batch_mode;

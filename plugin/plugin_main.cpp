@@ -3,10 +3,13 @@
 #include "plugin/lifecycle.h"
 #include "plugin/picker_main.h"
 #include "plugin/report_status.h"
+#include "window/event_loops.h"
 
+#include <QLibrary>
 #include <maya/MEventMessage.h>
 #include <maya/MFnPlugin.h>
 #include <maya/MMessage.h>
+#include <maya/MQtUtil.h>
 #include <maya/MString.h>
 
 namespace {
@@ -43,6 +46,23 @@ const event_callback event_callbacks[] = {
      "could not install the SceneOpened callback"},
 };
 
+// Unloaded by a script that runs inside one of the picker's dialogs or menus: the handlers
+// below that loop return through this library's code, and the views they used are deleted
+// after them. The library, named after its command, stays mapped for the rest of the process.
+void keep_library_mapped() {
+#if defined(Q_OS_WIN)
+    const char* const suffix = ".mll";
+#elif defined(Q_OS_MACOS)
+    const char* const suffix = ".bundle";
+#else
+    const char* const suffix = ".so";
+#endif
+    QLibrary self(MQtUtil::toQString(plugin_load_path) + QLatin1Char('/') +
+                  QLatin1String(command_name) + QLatin1String(suffix));
+    self.setLoadHints(QLibrary::PreventUnloadHint);
+    self.load();
+}
+
 } // namespace
 
 MStatus initializePlugin(MObject obj) {
@@ -72,7 +92,11 @@ MStatus uninitializePlugin(MObject obj) {
     QString failure = QStringLiteral("could not deregister the plugin");
     MFnPlugin plugin(obj, vendor, "1.0", "Any", &status);
     if (status) {
+        if (in_picker_loop())
+            keep_library_mapped();
         close_picker();
+        if (!in_picker_loop())
+            delete_disposed_widgets();
         status = plugin.deregisterCommand(command_name);
         if (status) {
             // A failed removal is reported, then overwritten by the next one's status.

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QSettings>
 
 namespace {
 
@@ -49,6 +50,15 @@ void quiet_platform_messages(QtMsgType type, const QMessageLogContext&, const QS
     fprintf(stderr, "%s\n", qPrintable(text));
 }
 
+// Before anything reads a setting: the user's settings, the picker's and Qt's own, are read
+// from and written to `dir` instead.
+void use_settings_dir(const QString& dir) {
+    const QString path = QDir(dir).absolutePath();
+    QDir().mkpath(path);
+    for (QSettings::Format format : {QSettings::NativeFormat, QSettings::IniFormat})
+        QSettings::setPath(format, QSettings::UserScope, path);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -79,7 +89,13 @@ int main(int argc, char** argv) {
     parser.addOption({QStringLiteral("screenshot"),
                       QStringLiteral("Save a picture of the screen once started, then quit."),
                       QStringLiteral("file.png")});
+    parser.addOption({QStringLiteral("settings-dir"),
+                      QStringLiteral("Keep the picker's settings (window place, auto tab "
+                                     "switching, ...) in this folder, not the user's."),
+                      QStringLiteral("dir")});
     parser.process(app);
+    if (parser.isSet(QStringLiteral("settings-dir")))
+        use_settings_dir(parser.value(QStringLiteral("settings-dir")));
 
     sandbox::window_options options;
     options.scene = parser.value(QStringLiteral("scene"));

@@ -2,6 +2,7 @@
 
 #include "canvas/picker_view.h"
 #include "document/picker_button.h"
+#include "window/held_dialog.h"
 #include "window/picker_settings.h"
 
 #include <QButtonGroup>
@@ -98,20 +99,22 @@ void picker_editCmdDialog::test() {
 }
 
 bool edit_command(picker_view* view, picker_button_data* button) {
-    picker_editCmdDialog dialog(view, button);
+    held_dialog<picker_editCmdDialog> dialog(new picker_editCmdDialog(view, button));
     picker_settings settings;
     const QString size_key = settings_key("editCommandWindowSize");
     const QString pos_key = settings_key("editCommandWindowPos");
     // The first time the dialog takes its natural size and place.
     if (settings.contains(size_key) && settings.contains(pos_key)) {
-        dialog.resize(settings.value(size_key, QSize(400, 450)).toSize());
-        dialog.move(settings.value(pos_key, QPoint(50, 50)).toPoint());
+        dialog->resize(settings.value(size_key, QSize(400, 450)).toSize());
+        dialog->move(settings.value(pos_key, QPoint(50, 50)).toPoint());
     }
     const int result = dialog.exec();
-    settings.setValue(size_key, dialog.size());
-    settings.setValue(pos_key, dialog.pos());
+    if (!dialog.alive())
+        return false;
+    settings.setValue(size_key, dialog->size());
+    settings.setValue(pos_key, dialog->pos());
     if (result != QDialog::Accepted)
         return false;
-    dialog.store_fields();
+    dialog->store_fields();
     return true;
 }

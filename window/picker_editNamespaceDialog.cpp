@@ -3,6 +3,7 @@
 #include "canvas/picker_view.h"
 #include "document/namespace_rewrite.h"
 #include "window/ElidedLabel.h"
+#include "window/held_dialog.h"
 
 #include <QCompleter>
 #include <QHBoxLayout>
@@ -84,12 +85,13 @@ QComboBox* picker_editNamespaceDialog::namespace_box(const QString& name,
 
 bool ask_namespaces(picker_view* view, const QStringList& used, const QStringList& scene_list,
                     QStringList& from_list, QStringList& to_list) {
-    picker_editNamespaceDialog dialog(view, used, scene_list);
-    if (dialog.exec() != QDialog::Accepted)
+    held_dialog<picker_editNamespaceDialog> dialog(
+        new picker_editNamespaceDialog(view, used, scene_list));
+    if (dialog.exec() != QDialog::Accepted || !dialog.alive())
         return false;
-    for (int i = 0; i < used.size() && i < dialog.rows.size(); ++i) {
+    for (int i = 0; i < used.size() && i < dialog->rows.size(); ++i) {
         const QString from = namespace_prefix(used[i], false);
-        const QString to = namespace_prefix(dialog.rows[i].second->currentText(), true);
+        const QString to = namespace_prefix(dialog->rows[i].second->currentText(), true);
         if (from != to) {
             from_list.append(from);
             to_list.append(to);

@@ -1,5 +1,7 @@
 #include "window/picker_resizebackground.h"
 
+#include "window/held_dialog.h"
+
 #include <QHBoxLayout>
 #include <QIntValidator>
 #include <QLabel>
@@ -57,9 +59,9 @@ picker_resizebackground::picker_resizebackground(QWidget* parent) : QDialog(pare
 
 QSize ask_background_size() {
     static QSize answer;
-    picker_resizebackground dialog;
-    if (dialog.exec() == QDialog::Accepted)
-        answer = QSize(dialog.width_edit->text().toInt(), dialog.height_edit->text().toInt());
+    held_dialog<picker_resizebackground> dialog(new picker_resizebackground);
+    if (dialog.exec() == QDialog::Accepted && dialog.alive())
+        answer = QSize(dialog->width_edit->text().toInt(), dialog->height_edit->text().toInt());
     else
         answer = QSize(0, 0);
     return answer;

@@ -2,12 +2,13 @@
 
 #include "canvas/picker_view.h"
 
+#include "window/held_dialog.h"
 #include "window/picker_settings.h"
+
 #include <QAction>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -78,10 +79,18 @@ void picker_window::close_one(int index) {
         QStringLiteral(
             "Are you sure you want to close the tab \"%1\"?\n\nAll changes will be lost.")
             .arg(tabs->tabText(index));
-    const auto answer = QMessageBox::warning(this, QStringLiteral("Close Tab"), text,
-                                             QMessageBox::Ok | QMessageBox::Cancel);
-    if (answer == QMessageBox::Cancel)
+    const QPointer<picker_window> alive(this);
+    const QPointer<picker_view> asked = view_at(index);
+    const auto answer = ask_user(QMessageBox::Warning, this, QStringLiteral("Close Tab"), text,
+                                 QMessageBox::Ok | QMessageBox::Cancel);
+    if (!alive || answer == QMessageBox::Cancel)
         return;
+    // Scripts run while the question waits may have closed or moved that tab.
+    if (asked) {
+        if (!asked->in_window())
+            return;
+        index = tabs->indexOf(asked);
+    }
     close_tab(index);
     updateSceneData();
 }
@@ -105,7 +114,9 @@ void picker_window::close_tab(int index) {
     // compared, so a picture shared only with it loses its scene entry.
     if (!closing && !view->background_id.isEmpty() && !shares_background(view, index))
         remove_background_image(view);
-    delete view;
+    // A handler of the view may still wait in a dialog whose script closed the tab.
+    view->window = nullptr;
+    dispose_when_unwound(view);
 }
 
 void picker_window::clear_tabs() {
@@ -122,10 +133,17 @@ void picker_window::rename_tab() {
     const int index = tabs->currentIndex();
     if (index < 0)
         return;
-    bool ok = false;
-    const QString name =
-        QInputDialog::getText(this, QStringLiteral("Tab Name"), QStringLiteral("Name"),
-                              QLineEdit::Normal, tabs->tabText(index), &ok);
-    if (ok && !name.isEmpty())
-        tabs->setTabText(index, name);
+    const QPointer<picker_window> alive(this);
+    const QPointer<QWidget> tab = tabs->widget(index);
+    held_dialog<QInputDialog> dialog(new QInputDialog(this));
+    dialog->setWindowTitle(QStringLiteral("Tab Name"));
+    dialog->setLabelText(QStringLiteral("Name"));
+    dialog->setTextValue(tabs->tabText(index));
+    const bool ok = dialog.exec() == QDialog::Accepted && dialog.alive();
+    // The name is for the tab that was asked about, wherever scripts have moved it since.
+    if (!ok || !alive || !tab || tabs->indexOf(tab) < 0)
+        return;
+    const QString name = dialog->textValue();
+    if (!name.isEmpty())
+        tabs->setTabText(tabs->indexOf(tab), name);
 }

@@ -3,13 +3,13 @@
 #include "canvas/picker_view.h"
 #include "document/picker_clipboard.h"
 #include "document/selected_objects.h"
+#include "window/held_dialog.h"
 #include "window/picker_settings.h"
 #include "window/picker_window.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QFileDialog>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
@@ -134,9 +134,12 @@ void picker_window::updatePickerMenu() {
 }
 
 void picker_window::open_tab() {
-    const QStringList files = QFileDialog::getOpenFileNames(this, tr("Select Picker"), QString(),
-                                                            tr("Zelvani Picker (*.pkr)"));
-    open_files(files);
+    const QPointer<picker_window> alive(this);
+    const QStringList files =
+        choose_files(this, tr("Select Picker"), QString(), tr("Zelvani Picker (*.pkr)"),
+                     QFileDialog::ExistingFiles);
+    if (alive)
+        open_files(files);
 }
 
 // Nothing fills the recent files yet, so no menu reaches this.
@@ -217,6 +220,7 @@ void picker_window::about_dialog() {
     const QString build = QString::fromLatin1(__TIME__).left(2);
     const QString year = QString::fromLatin1(__DATE__).right(4);
     const QString years = year == QLatin1String("2012") ? year : QStringLiteral("2012-") + year;
+    const loop_scope scope; // Qt's own box is held on the heap
     QMessageBox::about(this, tr("About"),
                        tr("ZelvaniPicker\nVersion %1 (build %2)\nCopyright %3 the Zelvani "
                           "developers. All rights reserved.")

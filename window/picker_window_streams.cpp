@@ -1,12 +1,11 @@
 // The window's side of the picker stream: all tabs, one tab, and .pkr files.
 #include "canvas/picker_view.h"
 #include "document/picker_stream.h"
+#include "window/held_dialog.h"
 #include "window/picker_window.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileDialog>
-#include <QMessageBox>
 #include <QTabWidget>
 #include <maya/MGlobal.h>
 
@@ -56,8 +55,8 @@ void picker_window::read_tabs(QDataStream& in, bool clear) {
     qint32 version = 0;
     in >> version;
     if (version > picker_format_version) {
-        QMessageBox::warning(
-            nullptr, QStringLiteral("Warning"),
+        ask_user(
+            QMessageBox::Warning, nullptr, QStringLiteral("Warning"),
             QStringLiteral("The scene file contains data\nin a format (%1) more recent than the "
                            "version of the picker\ninstalled in this machine can understand.  "
                            "Please update\nthe picker, and try again.\n")
@@ -87,8 +86,8 @@ void picker_window::read_tabs(QDataStream& in, bool clear) {
 bool picker_window::save_file(picker_view* view, const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
-        QMessageBox::critical(
-            this, QStringLiteral("Save Failed"),
+        ask_user(
+            QMessageBox::Critical, this, QStringLiteral("Save Failed"),
             QStringLiteral("Could not open the file \"%1\" for writing.\n\nPlease check that this "
                            "file is not locked and that you have the proper permissions and try "
                            "again.")
@@ -119,28 +118,33 @@ void picker_window::saveas_current() {
     picker_view* view = current_view();
     if (!view)
         return;
-    const QString path =
-        QFileDialog::getSaveFileName(this, QStringLiteral("Save Tab:"), view->file_path,
-                                     QStringLiteral("Zelvani Picker (*.pkr)"));
-    if (path.isEmpty())
+    const QPointer<picker_window> alive(this);
+    const QString path = choose_files(this, QStringLiteral("Save Tab:"), view->file_path,
+                                      QStringLiteral("Zelvani Picker (*.pkr)"),
+                                      QFileDialog::AnyFile, QFileDialog::AcceptSave)
+                             .value(0);
+    // A script run while the dialog waits may have closed the tab or the window.
+    if (path.isEmpty() || !alive || !view->in_window())
         return;
     view->file_path = save_file(view, path) ? path : QString();
 }
 
 void picker_window::open_files(const QStringList& paths) {
+    const QPointer<picker_window> alive(this);
     for (int p = 0; p < paths.size(); ++p) {
         auto* view = new picker_view(this);
         QFile file(paths[p]);
         if (!file.open(QIODevice::ReadOnly)) {
             const bool last = p == paths.size() - 1;
-            const auto answer = QMessageBox::critical(
-                this, QStringLiteral("Open Failed"),
-                QStringLiteral("Could not open the file \"%1\".\n\nPlease check the file "
-                               "permissions and try again.")
-                    .arg(QDir::toNativeSeparators(paths[p])),
-                last ? QMessageBox::Ok : QMessageBox::Cancel | QMessageBox::Ignore);
-            // Cancel ends the loop and leaves the unused view with the window.
-            if (answer == QMessageBox::Cancel)
+            const auto answer =
+                ask_user(QMessageBox::Critical, this, QStringLiteral("Open Failed"),
+                         QStringLiteral("Could not open the file \"%1\".\n\nPlease check the file "
+                                        "permissions and try again.")
+                             .arg(QDir::toNativeSeparators(paths[p])),
+                         last ? QMessageBox::Ok : QMessageBox::Cancel | QMessageBox::Ignore);
+            // Cancel ends the loop and leaves the unused view with the window; a window that
+            // a script closed meanwhile took the view with it.
+            if (answer == QMessageBox::Cancel || !alive)
                 return;
             delete view;
             continue;

@@ -10,7 +10,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
-#include <QTemporaryDir>
 #include <QTextEdit>
 #include <QTimer>
 #include <QtTest>
@@ -43,15 +42,11 @@ static void retype(QWidget* edit, const QString& text) {
 class test_dialogs : public QObject {
     Q_OBJECT
     host::session& host = host::session::get();
-    QTemporaryDir settings_dir;
     picker_window* window = nullptr;
     picker_view* view = nullptr;
     picker_button_data record;
 
 private slots:
-    void initTestCase() {
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings_dir.path());
-    }
     void init() {
         QSettings("Zelvani", "picker").clear();
         host.idle.clear();

@@ -12,8 +12,12 @@ class test_view_transform : public QObject {
     picker_view* view = nullptr;
 
     void wheel(int delta, QPoint at, Qt::MouseButtons held = Qt::NoButton) {
-        QWheelEvent event(QPointF(at), QPointF(view->mapToGlobal(at)), QPoint(), QPoint(0, delta),
-                          held, Qt::NoModifier, Qt::NoScrollPhase, false);
+        turn(QPoint(0, delta), at, held);
+    }
+    void turn(QPoint angle, QPoint at, Qt::MouseButtons held = Qt::NoButton,
+              Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QWheelEvent event(QPointF(at), QPointF(view->mapToGlobal(at)), QPoint(), angle, held,
+                          modifiers, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(view, &event);
     }
     void run_animation() {
@@ -75,6 +79,19 @@ private slots:
         view->offset = QPoint();
         wheel(240, QPoint(0, 0));
         QCOMPARE(float(view->zoom), zoom_step(4, 1.0f));
+    }
+
+    // Alt turns the wheel into a horizontal one, as does a tilt wheel: the larger component
+    // counts, the vertical one on a tie.
+    void a_sideways_wheel_zooms_as_an_upright_one() {
+        turn(QPoint(120, 0), QPoint(100, 80), Qt::NoButton, Qt::AltModifier);
+        QCOMPARE(view->zoom, 1.0625);
+        QCOMPARE(view->offset, QPoint(-6, -5));
+        turn(QPoint(-120, 30), QPoint(100, 80));
+        QCOMPARE(view->zoom, double(1.0625f * 0.9375f));
+        const double before = view->zoom;
+        turn(QPoint(-240, 240), QPoint(100, 80)); // a tie: the vertical 240
+        QCOMPARE(float(view->zoom), zoom_step(4, float(before)));
     }
 
     void zoom_stays_within_its_clamps() {

@@ -8,6 +8,7 @@
 #include <QDockWidget>
 #include <QMenu>
 #include <QMessageBox>
+#include <QSettings>
 #include <QTabWidget>
 #include <QtTest>
 
@@ -171,9 +172,11 @@ private slots:
         QVERIFY(text.contains("Version 2.1.0 (build "));
         QVERIFY(text.contains("2012-"));
 
+        QVERIFY(window->auto_tab_switching); // nothing in this program's own store turns it off
         window->auto_switch_action->trigger();
         QVERIFY(!window->auto_tab_switching);
         QVERIFY(window->auto_switch_action->isChecked());
+        QCOMPARE(QSettings("Zelvani", "picker").value("auto_tab_switching"), QVariant(false));
         window->auto_switch_action->trigger();
         QVERIFY(window->auto_tab_switching);
 

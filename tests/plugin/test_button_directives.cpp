@@ -31,6 +31,26 @@ private slots:
                  QString("1 1"));
     }
 
+    // Coordinates beyond the int range stop at its ends; the picker still paints, hit tests
+    // and stores such a button.
+    void huge_coordinates_stop_at_the_int_range() {
+        f.mel("select hero:arm; ZelvaniPicker add_button 1e12 -1e12 \"Far\";"
+              "ZelvaniPicker add_button 10 10 \"Near\";");
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label Far;").section(' ', 1, 2),
+                 QString("2147483647 -2147483648"));
+        f.mel("ZelvaniPicker move_button label Near 1e12 -1e12;");
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label Near;").section(' ', 1, 2),
+                 QString("2147483647 -2147483648"));
+        f.mel("ZelvaniPicker set_button_properties label Near \"\" -inf nan \"\" \"\" \"\" \"\" "
+              "\"\" \"\" \"\";");
+        QCOMPARE(f.mel("ZelvaniPicker get_button_properties label Near;").section(' ', 1, 2),
+                 QString("-2147483648 0"));
+        QCOMPARE(f.mel("ZelvaniPicker move_button ignored 1e12 1e12 5 5;"), QString("ERROR"));
+        plugin_fixture::tabs()->currentWidget()->grab(); // paints every button
+        f.mel("ZelvaniPicker get_picker_data;");
+        QCOMPARE(f.errors().size(), 1);
+    }
+
     void lookups_by_label_target_and_point() {
         f.mel("select hero:arm; ZelvaniPicker add_button 10 20 \"X\";"
               "ZelvaniPicker add_button 40 20 \"X\";");

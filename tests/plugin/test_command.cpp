@@ -3,21 +3,16 @@
 #include "plugin_fixture.h"
 
 #include <QDataStream>
-#include <QTemporaryDir>
 #include <QtTest>
 
 class test_command : public QObject {
     Q_OBJECT
     plugin_fixture f;
-    QTemporaryDir settings_dir;
 
     // Opens the window and lets its start-up restore run.
     void open_window() { f.mel("ZelvaniPicker;"); }
 
 private slots:
-    void initTestCase() {
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings_dir.path());
-    }
     void init() { f.start(); }
     void cleanup() { f.host.reset(); }
 

@@ -7,7 +7,6 @@
 class test_lifecycle : public QObject {
     Q_OBJECT
     plugin_fixture f;
-    QTemporaryDir settings_dir;
     const QStringList events{"SelectionChanged", "quitApplication", "deleteAll", "NewSceneOpened",
                              "SceneOpened"};
 
@@ -19,9 +18,6 @@ class test_lifecycle : public QObject {
     }
 
 private slots:
-    void initTestCase() {
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings_dir.path());
-    }
     void cleanup() { f.host.reset(); }
 
     void load_installs_and_unload_removes() {

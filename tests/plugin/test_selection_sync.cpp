@@ -3,8 +3,11 @@
 #include "picker_data.h"
 #include "plugin_fixture.h"
 
+#include <QAction>
 #include <QDataStream>
+#include <QSettings>
 #include <QtTest>
+#include <algorithm>
 
 namespace {
 
@@ -38,7 +41,13 @@ private slots:
         f.host.defer_selection_changed = deferred;
         f.mel("createNode transform -n \"hero:arm\"; createNode transform -n \"hero:leg\";"
               "createNode transform -n \"hero:head\"; select -cl;");
+        // A selection switches tabs unless the user turned that off: these cases want it on.
+        QSettings("Zelvani", "picker").setValue("auto_tab_switching", true);
         f.mel("ZelvaniPicker;");
+        const auto toggles = plugin_fixture::dock()->findChildren<QAction*>();
+        QVERIFY(std::any_of(toggles.begin(), toggles.end(), [](const QAction* a) {
+            return a->text() == "Toggle Auto Tab Switching" && !a->isChecked();
+        }));
         const QString data = scene_data({tab_of("Body", {{"hero:arm"}, {"hero:leg", "hero:head"}}),
                                          tab_of("Face", {{"hero:head"}}),
                                          tab_of("Legs", {{"hero:leg"}, {"hero:arm"}})});

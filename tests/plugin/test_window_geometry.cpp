@@ -4,13 +4,11 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSettings>
-#include <QTemporaryDir>
 #include <QtTest>
 
 class test_window_geometry : public QObject {
     Q_OBJECT
     plugin_fixture f;
-    QTemporaryDir settings_dir;
 
     static void store(QSize size, QPoint pos) {
         QSettings s("Zelvani", "picker");
@@ -19,9 +17,6 @@ class test_window_geometry : public QObject {
     }
 
 private slots:
-    void initTestCase() {
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings_dir.path());
-    }
     void init() {
         QSettings("Zelvani", "picker").clear();
         f.start();
