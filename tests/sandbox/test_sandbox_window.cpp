@@ -14,6 +14,7 @@
 #include <QInputDialog>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -107,6 +108,21 @@ private slots:
         QTest::keyClick(&line, Qt::Key_Down);
         QTest::keyClick(&line, Qt::Key_Down);
         QCOMPARE(line.text(), QString("draft"));
+    }
+
+    void the_command_line_switches_between_mel_and_python() {
+        sandbox::main_window window;
+        sandbox::command_line* line = window.mel_line();
+        window.language_switch()->click();
+        QCOMPARE(window.language_switch()->text(), QString("Python"));
+        line->setText("1 + 2");
+        QTest::keyClick(line, Qt::Key_Return);
+        window.language_switch()->click();
+        QCOMPARE(line->language(), host::language::mel);
+        line->setText("python(\"3 * 3\");");
+        QTest::keyClick(line, Qt::Key_Return);
+        QCOMPARE(window.output()->toPlainText(),
+                 QString("1 + 2\n# Result: 3 #\npython(\"3 * 3\");\n// Result: 9 //"));
     }
 
     void the_demo_scene_is_a_character_in_a_namespace() {

@@ -115,7 +115,6 @@ execution session::execute(const QString& source, bool echo) {
 }
 
 bool session::run_python(const QString& text, bool echo, const QString& file) {
-    python_log.append(text);
     return python_->execute(text, echo, file);
 }
 

@@ -127,7 +127,7 @@ PyObject* has_command(PyObject*, PyObject* args) {
     PyObject* name;
     if (!PyArg_ParseTuple(args, "U:has_command", &name))
         return nullptr;
-    return PyBool_FromLong(on_main_thread() && engine().is_command(text_of(name)));
+    return PyBool_FromLong(engine().is_command(text_of(name)));
 }
 
 PyObject* commands(PyObject*, PyObject*) {
@@ -214,16 +214,23 @@ PyObject* process_idle(PyObject*, PyObject*) {
 
 // ---------------------------------------------------------------- output
 
-// What each stream wrote since its last line break: the host prints whole lines.
+// What each stream of the main thread, and all other threads, wrote since their last line
+// break: the host prints whole lines.
 QString pending[2];
+QString pending_elsewhere;
 
-void print_lines(int stream, bool all) {
-    QString& buffer = pending[stream];
+// Takes the whole lines from the front of `buffer`, or all of it.
+QString take_lines(QString& buffer, bool all) {
     const int end = all ? int(buffer.size()) : int(buffer.lastIndexOf(QLatin1Char('\n'))) + 1;
-    if (end <= 0)
-        return;
-    QStringList lines = buffer.left(end).split(QLatin1Char('\n'));
+    const QString taken = buffer.left(end);
     buffer.remove(0, end);
+    return taken;
+}
+
+void print_lines(const QString& text) {
+    if (text.isEmpty())
+        return;
+    QStringList lines = text.split(QLatin1Char('\n'));
     if (lines.last().isEmpty())
         lines.removeLast(); // the text ended with a line break
     session& host = bound_session();
@@ -231,7 +238,7 @@ void print_lines(int stream, bool all) {
         host.out.text(line + QLatin1Char('\n'));
 }
 
-// write(text, is_error): sys.stdout and sys.stderr. Other threads' text is printed by
+// write(text, is_error): sys.stdout and sys.stderr. Other threads' lines are printed by
 // the main thread, on idle.
 PyObject* write(PyObject*, PyObject* args) {
     PyObject* text;
@@ -240,11 +247,15 @@ PyObject* write(PyObject*, PyObject* args) {
         return nullptr;
     const QString written = text_of(text);
     if (!on_main_thread()) {
-        bound_session().idle.push_task([written] { bound_session().out.text(written); });
+        pending_elsewhere += written;
+        const QString lines = take_lines(pending_elsewhere, false);
+        if (!lines.isEmpty())
+            bound_session().idle.push_task([lines] { print_lines(lines); });
         Py_RETURN_NONE;
     }
-    pending[is_error] += written;
-    print_lines(is_error, pending[is_error].size() > 1 << 16);
+    QString& buffer = pending[is_error];
+    buffer += written;
+    print_lines(take_lines(buffer, buffer.size() > 1 << 16));
     Py_RETURN_NONE;
 }
 
@@ -306,14 +317,14 @@ PyObject* make_host_module() {
 }
 
 void flush_output() {
-    print_lines(0, true);
-    print_lines(1, true);
+    for (QString* buffer : {&pending[0], &pending[1], &pending_elsewhere})
+        print_lines(take_lines(*buffer, true));
 }
 
 void forget_queued_objects() {
     ++generation;
-    pending[0].clear();
-    pending[1].clear();
+    for (QString* buffer : {&pending[0], &pending[1], &pending_elsewhere})
+        buffer->clear();
 }
 
 } // namespace host::python

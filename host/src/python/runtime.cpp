@@ -22,32 +22,41 @@ constexpr int max_crossings = 100;
 
 const char* const console_name = "<maya console>";
 
-// The value of an attribute as text, or empty.
-QString attribute_text(PyObject* o, const char* name) {
-    owned a(o ? PyObject_GetAttrString(o, name) : nullptr);
-    owned text(a && a.get() != Py_None ? PyObject_Str(a.get()) : nullptr);
+// str() of an object, or empty when it has none.
+QString str_of(PyObject* o) {
+    const owned text(o ? PyObject_Str(o) : nullptr);
     PyErr_Clear();
     return text ? text_of(text.get()) : QString();
 }
 
+// The value of an attribute as text, or empty.
+QString attribute_text(PyObject* o, const char* name) {
+    const owned a(o ? PyObject_GetAttrString(o, name) : nullptr);
+    PyErr_Clear();
+    return a && a.get() != Py_None ? str_of(a.get()) : QString();
+}
+
 // "file <name> line <n>: " of where the exception was raised: the innermost frame of
-// its traceback, or the place a syntax error names.
+// its traceback outside the maya package (whose wrappers stand for the host's commands),
+// or the place a syntax error names.
 QString location(PyObject* type, PyObject* value, PyObject* traceback) {
     QString file, line;
-    if (PyErr_GivenExceptionMatches(type, PyExc_SyntaxError)) {
+    const bool syntax = PyErr_GivenExceptionMatches(type, PyExc_SyntaxError);
+    if (syntax) {
         file = attribute_text(value, "filename");
         line = attribute_text(value, "lineno");
-    } else if (traceback) {
-        owned tb(Py_NewRef(traceback));
-        for (owned next(PyObject_GetAttrString(tb.get(), "tb_next")); next && next.get() != Py_None;
-             next.reset(PyObject_GetAttrString(tb.get(), "tb_next")))
-            tb.reset(next.release());
-        PyErr_Clear();
-        owned frame(PyObject_GetAttrString(tb.get(), "tb_frame"));
-        owned code(frame ? PyObject_GetAttrString(frame.get(), "f_code") : nullptr);
-        file = attribute_text(code.get(), "co_filename");
-        line = attribute_text(tb.get(), "tb_lineno");
     }
+    for (owned tb(Py_XNewRef(syntax ? nullptr : traceback)); tb && tb.get() != Py_None;
+         tb.reset(PyObject_GetAttrString(tb.get(), "tb_next"))) {
+        const owned frame(PyObject_GetAttrString(tb.get(), "tb_frame"));
+        const owned code(frame ? PyObject_GetAttrString(frame.get(), "f_code") : nullptr);
+        const QString frame_file = attribute_text(code.get(), "co_filename");
+        if (file.isEmpty() || !frame_file.startsWith(QLatin1String("<host>/"))) {
+            file = frame_file;
+            line = attribute_text(tb.get(), "tb_lineno");
+        }
+    }
+    PyErr_Clear();
     if (file.isEmpty() || line.isEmpty())
         return QString();
     return QStringLiteral("file %1 line %2: ").arg(file, line);
@@ -188,12 +197,11 @@ error_report take_error() {
         report.quiet = true;
         return report;
     }
-    const QString name = attribute_text(type, "__name__");
-    owned message(value ? PyObject_Str(value) : nullptr);
-    PyErr_Clear();
-    report.text = name + QStringLiteral(": ") + location(type, value, traceback) +
-                  (message ? text_of(message.get()) : QString());
-    PyErr_Clear();
+    // A syntax error's text names its place again; the place is given once, in front.
+    const bool syntax = PyErr_GivenExceptionMatches(type, PyExc_SyntaxError);
+    report.text = attribute_text(type, "__name__") + QStringLiteral(": ") +
+                  location(type, value, traceback) +
+                  (syntax ? attribute_text(value, "msg") : str_of(value));
     return report;
 }
 
@@ -280,12 +288,8 @@ bool runtime::execute(const QString& code, bool echo, const QString& file) {
             host_.out.error(error.text);
         return error.quiet;
     }
-    if (echo && expression && result.get() != Py_None) {
-        const owned text(PyObject_Str(result.get()));
-        PyErr_Clear();
-        if (text)
-            host_.out.result(text_of(text.get()));
-    }
+    if (echo && expression && result.get() != Py_None)
+        host_.out.result(str_of(result.get()));
     return true;
 }
 

@@ -16,8 +16,10 @@ class _HostPackage(importlib.abc.MetaPathFinder, importlib.abc.Loader):
         if found is None:
             return None
         _, is_package, origin = found
-        return importlib.util.spec_from_loader(fullname, self, origin=origin,
+        spec = importlib.util.spec_from_loader(fullname, self, origin=origin,
                                                is_package=is_package)
+        spec.has_location = True  # __file__ names the module's place in the host
+        return spec
 
     def create_module(self, spec):
         return None
@@ -49,7 +51,24 @@ class _HostStream(io.TextIOBase):
         _mayahost.flush()
 
 
+class _NoInput(io.TextIOBase):
+    """sys.stdin: nobody types into a host's script, so input() meets its end at once.
+    It stays open, whatever a script does to it."""
+
+    def readable(self):
+        return True
+
+    def readline(self, size=-1):
+        return ""
+
+    def read(self, size=-1):
+        return ""
+
+    def close(self):
+        pass
+
+
 sys.meta_path.insert(0, _HostPackage())
 sys.stdout = _HostStream(False)
 sys.stderr = _HostStream(True)
-sys.stdin = io.StringIO()  # nobody types into a host's script: input() meets its end
+sys.stdin = _NoInput()
