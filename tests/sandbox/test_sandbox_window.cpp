@@ -201,6 +201,20 @@ private slots:
         host.reset();
     }
 
+    // The demo's Python button moves the selection to the other side of the character.
+    void the_demo_mirror_button_runs_python() {
+        open_demo_picker();
+        host.execute("select hero:L_wrist_ctrl hero:R_knee_ctrl hero:head_ctrl;");
+        auto* tabs = MQtUtil::mainWindow()->findChild<QTabWidget*>();
+        tabs->window()->show();
+        QTest::mouseClick(tabs->currentWidget(), Qt::LeftButton, {}, QPoint(36, 76));
+        host.run_idle();
+        QCOMPARE(host.active.names(),
+                 QStringList({"hero:R_wrist_ctrl", "hero:L_knee_ctrl", "hero:head_ctrl"}));
+        QVERIFY(lines.filter("Error").isEmpty());
+        host.reset();
+    }
+
     // Select, band-select, Ctrl-drag, nudge, align from the menu, resize: each gesture one
     // undo entry, and undoing them all gives back the picker the scene carried.
     void an_editing_session_undoes_to_where_it_began() {
