@@ -52,22 +52,18 @@ class test_python : public QObject {
     host::session& host = host::session::get();
     QStringList lines;
 
-    // The repr of a Python expression's value, run as MEL's python() runs it.
-    QString py(const QString& expression) {
+    // The value of a Python expression as MEL's python() gives it, or its error.
+    QString evaluated(const QString& expression) {
         host::mel::value v;
         QString error;
-        if (!host.python().evaluate("repr(" + expression + ")", v, error))
+        if (!host.python().evaluate(expression, v, error))
             return "ERROR " + error;
         return host::mel::to_string(v);
     }
+    // The repr of an expression's value.
+    QString py(const QString& expression) { return evaluated("repr(" + expression + ")"); }
     // "Type: message" of what a call raises, or "no error".
-    QString raised(const QString& call) {
-        host::mel::value v;
-        QString error;
-        if (!host.python().evaluate("_raised(lambda: " + call + ")", v, error))
-            return "ERROR " + error;
-        return host::mel::to_string(v);
-    }
+    QString raised(const QString& call) { return evaluated("_raised(lambda: " + call + ")"); }
     QStringList trimmed_lines() const {
         QStringList out;
         for (const QString& l : lines)
