@@ -6,26 +6,35 @@
 
 namespace sandbox {
 
-namespace {
+script_step script_file_step(const QString& path) {
+    const bool python = path.endsWith(QLatin1String(".py"), Qt::CaseInsensitive);
+    return {python ? host::language::python : host::language::mel, path, true};
+}
 
-bool read_script(const QString& path, QString* text) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+bool step_code(host::session& host, const script_step& step, QString* code) {
+    if (!step.file) {
+        *code = step.text;
+        return true;
+    }
+    QFile file(step.text);
+    if (!file.open(QIODevice::ReadOnly)) {
+        host.out.error(QStringLiteral("Cannot open script file: %1").arg(step.text));
         return false;
-    *text = QString::fromUtf8(file.readAll());
+    }
+    *code = QString::fromUtf8(file.readAll());
     return true;
 }
 
-void run_step(host::session& host, const QString& step) {
-    QString text = step;
-    if (step.startsWith(QLatin1Char('@'))) {
-        const QString path = step.mid(1);
-        if (!read_script(path, &text)) {
-            host.out.error(QStringLiteral("Cannot open script file: %1").arg(path));
-            return;
-        }
-    }
-    host.execute(text, /*echo*/ true);
+namespace {
+
+void run_step(host::session& host, const script_step& step) {
+    QString code;
+    if (!step_code(host, step, &code))
+        return;
+    if (step.language == host::language::python)
+        host.run_python(code, /*echo*/ true, step.file ? step.text : QString());
+    else
+        host.execute(code, /*echo*/ true);
     host.run_idle();
 }
 
@@ -45,7 +54,7 @@ int run_batch(const batch_options& options) {
             host.out.error(error);
         host.run_idle();
     }
-    for (const QString& step : options.steps)
+    for (const script_step& step : options.steps)
         run_step(host, step);
     host.quit();
     host.run_idle();

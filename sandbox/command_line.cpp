@@ -9,16 +9,21 @@ command_line::command_line(QWidget* parent) : QLineEdit(parent) {
     connect(this, &QLineEdit::returnPressed, this, &command_line::submit);
 }
 
+void command_line::set_language(host::language language) {
+    language_ = language;
+    setPlaceholderText(language == host::language::python ? tr("Python") : tr("MEL"));
+}
+
 void command_line::submit() {
-    const QString mel = text().trimmed();
-    if (mel.isEmpty())
+    const QString code = text().trimmed();
+    if (code.isEmpty())
         return;
-    if (history_.isEmpty() || history_.last() != mel)
-        history_.append(mel);
+    if (history_.isEmpty() || history_.last() != code)
+        history_.append(code);
     cursor_ = history_.size();
     draft_.clear();
     clear();
-    emit submitted(mel);
+    emit submitted(code);
 }
 
 void command_line::recall(int step) {

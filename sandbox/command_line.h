@@ -1,5 +1,8 @@
 #pragma once
-// The MEL command line: Enter runs the text, Up and Down walk the history.
+// The command line: Enter runs the text in its language, MEL or Python; Up and Down walk
+// the history.
+#include "core/output.h"
+
 #include <QLineEdit>
 #include <QStringList>
 
@@ -10,9 +13,11 @@ class command_line : public QLineEdit {
 public:
     explicit command_line(QWidget* parent = nullptr);
     const QStringList& history() const { return history_; }
+    host::language language() const { return language_; }
+    void set_language(host::language language);
 
 signals:
-    void submitted(const QString& mel);
+    void submitted(const QString& code);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -23,6 +28,7 @@ private:
     QStringList history_;
     int cursor_ = 0; // == history_.size() while editing a new line
     QString draft_;
+    host::language language_ = host::language::mel;
 };
 
 } // namespace sandbox

@@ -11,14 +11,16 @@
 
 namespace {
 
-// Options that repeat and keep their order among each other (-c and --script).
-QStringList ordered_steps(const QStringList& args) {
-    QStringList steps;
+// Options that repeat and keep their order among each other (-c, --python, --script).
+QVector<sandbox::script_step> ordered_steps(const QStringList& args) {
+    QVector<sandbox::script_step> steps;
     for (int i = 1; i + 1 < args.size(); ++i) {
         if (args[i] == QLatin1String("-c"))
-            steps.append(args[++i]);
+            steps.append({host::language::mel, args[++i], false});
+        else if (args[i] == QLatin1String("--python"))
+            steps.append({host::language::python, args[++i], false});
         else if (args[i] == QLatin1String("--script"))
-            steps.append(QLatin1Char('@') + args[++i]);
+            steps.append(sandbox::script_file_step(args[++i]));
     }
     return steps;
 }
@@ -80,8 +82,11 @@ int main(int argc, char** argv) {
                       QStringLiteral("file.ma")});
     parser.addOption({QStringLiteral("c"), QStringLiteral("Run a MEL text (repeatable)."),
                       QStringLiteral("mel")});
-    parser.addOption({QStringLiteral("script"), QStringLiteral("Run a MEL file (repeatable)."),
-                      QStringLiteral("file.mel")});
+    parser.addOption({QStringLiteral("python"), QStringLiteral("Run a Python text (repeatable)."),
+                      QStringLiteral("code")});
+    parser.addOption({QStringLiteral("script"),
+                      QStringLiteral("Run a MEL file, or a Python file by its .py (repeatable)."),
+                      QStringLiteral("file")});
     parser.addOption({QStringLiteral("no-plugin"), QStringLiteral("Do not load the picker.")});
     parser.addOption({QStringLiteral("load-plugin"),
                       QStringLiteral("Load this plug-in library instead of the picker."),

@@ -10,8 +10,8 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTimer>
@@ -33,11 +33,16 @@ main_window::main_window(QWidget* parent) : QMainWindow(parent) {
     outliner_ = new outliner;
     output_ = new output_pane;
     command_line_ = new command_line;
+    language_switch_ = new QPushButton(tr("MEL"));
+    language_switch_->setObjectName(QStringLiteral("command_language"));
+    language_switch_->setToolTip(tr("Switch the command line between MEL and Python"));
+    language_switch_->setFocusPolicy(Qt::NoFocus);
+    connect(language_switch_, &QPushButton::clicked, this, &main_window::switch_language);
 
     auto* bottom = new QWidget;
     auto* bottom_layout = new QHBoxLayout(bottom);
     bottom_layout->setContentsMargins(4, 2, 4, 2);
-    bottom_layout->addWidget(new QLabel(QStringLiteral("MEL")));
+    bottom_layout->addWidget(language_switch_);
     bottom_layout->addWidget(command_line_);
 
     auto* script_editor = new QWidget;
@@ -58,7 +63,8 @@ main_window::main_window(QWidget* parent) : QMainWindow(parent) {
     host::session& host = host::session::get();
     host.out.set_sink(
         [this](host::line_kind kind, const QString& line) { output_->append_line(kind, line); });
-    connect(command_line_, &command_line::submitted, this, &main_window::run_mel);
+    connect(command_line_, &command_line::submitted, this,
+            [this](const QString& code) { run_command(code, command_line_->language()); });
     build_menus();
 
     // MEL run on idle (the picker's writes) changes the scene too: keep up with it.
@@ -96,10 +102,20 @@ void main_window::build_menus() {
     shelf->addAction(picker);
 }
 
-void main_window::run_mel(const QString& mel) {
-    output_->append_line(host::line_kind::text, mel);
-    host::session::get().execute(mel, /*echo*/ true);
+void main_window::run_command(const QString& code, host::language language) {
+    output_->append_line(host::line_kind::text, code);
+    host::session& host = host::session::get();
+    if (language == host::language::python)
+        host.run_python(code, /*echo*/ true);
+    else
+        host.execute(code, /*echo*/ true);
     refresh_views();
+}
+
+void main_window::switch_language() {
+    const bool python = command_line_->language() == host::language::mel;
+    command_line_->set_language(python ? host::language::python : host::language::mel);
+    language_switch_->setText(python ? tr("Python") : tr("MEL"));
 }
 
 void main_window::refresh_views() {

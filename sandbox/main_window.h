@@ -1,7 +1,11 @@
 #pragma once
 // The sandbox's main window, the one MQtUtil::mainWindow gives the plug-in: outliner,
 // script output and command line, File menu on Maya ASCII scenes, and the picker button.
+#include "core/output.h"
+
 #include <QMainWindow>
+
+class QPushButton;
 
 namespace sandbox {
 
@@ -15,13 +19,16 @@ public:
     explicit main_window(QWidget* parent = nullptr);
     ~main_window() override;
 
-    // Runs MEL as typed into the command line: echoed, run, results printed.
-    void run_mel(const QString& mel);
+    // Runs a text as typed into the command line: echoed, run, results printed.
+    void run_command(const QString& code, host::language language);
+    void run_mel(const QString& mel) { run_command(mel, host::language::mel); }
     // Brings the outliner and the title up to date with the scene.
     void refresh_views();
 
     outliner* scene_outliner() const { return outliner_; }
     command_line* mel_line() const { return command_line_; }
+    // The switch before the command line between MEL and Python.
+    QPushButton* language_switch() const { return language_switch_; }
     output_pane* output() const { return output_; }
 
 protected:
@@ -34,10 +41,12 @@ private:
     bool save_scene();
     bool save_scene_as();
     void update_title();
+    void switch_language();
 
     outliner* outliner_;
     output_pane* output_;
     command_line* command_line_;
+    QPushButton* language_switch_;
 };
 
 } // namespace sandbox

@@ -7,7 +7,6 @@
 #include "main_window.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QScreen>
 #include <QTimer>
 
@@ -15,19 +14,13 @@ namespace sandbox {
 
 namespace {
 
-void run_steps(main_window& window, const QStringList& steps) {
-    for (const QString& step : steps) {
-        if (!step.startsWith(QLatin1Char('@'))) {
-            window.run_mel(step);
-        } else {
-            QFile file(step.mid(1));
-            if (file.open(QIODevice::ReadOnly))
-                window.run_mel(QString::fromUtf8(file.readAll()));
-            else
-                host::session::get().out.error(
-                    QStringLiteral("Cannot open script file: %1").arg(step.mid(1)));
-        }
-        host::session::get().run_idle();
+void run_steps(main_window& window, const QVector<script_step>& steps) {
+    host::session& host = host::session::get();
+    for (const script_step& step : steps) {
+        QString code;
+        if (step_code(host, step, &code))
+            window.run_command(code, step.language);
+        host.run_idle();
     }
 }
 

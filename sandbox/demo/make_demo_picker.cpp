@@ -26,7 +26,7 @@ struct layout {
     QList<picker_button*> buttons;
 
     void add(int x, int y, int w, int h, QRgb color, const QString& label,
-             const QStringList& controls, int kind = 0) {
+             const QStringList& controls, int kind = 0, int language = 0) {
         picker_button_data data;
         data.position = QPoint(x, y);
         data.width = w;
@@ -35,6 +35,7 @@ struct layout {
         data.label_color = color == left || color == right || color == command ? 0xffffff : 0;
         data.label = label;
         data.kind = kind;
+        data.language = language;
         for (const QString& control : controls)
             data.targets << (kind ? control : QStringLiteral("hero:") + control + "_ctrl");
         buttons << make_button_record(data);
@@ -48,6 +49,16 @@ struct layout {
             {"L_" + control});
     }
 };
+
+// A Python button: the selection moves to the other side's controls.
+const QString mirror_script =
+    QStringLiteral("import re\n"
+                   "import maya.cmds as cmds\n"
+                   "\n"
+                   "side = {'L_': 'R_', 'R_': 'L_'}\n"
+                   "mirrored = [re.sub(r'(?<=:)[LR]_', lambda m: side[m.group()], name)\n"
+                   "            for name in cmds.ls(sl=True)]\n"
+                   "cmds.select([name for name in mirrored if cmds.objExists(name)])\n");
 
 layout hero_layout() {
     layout l;
@@ -86,6 +97,7 @@ layout hero_layout() {
     l.add(36, 36, 56, 16, command, "None", {"select -cl;"}, 1);
     l.add(36, 56, 56, 16, command, "L Arm",
           {"select -r hero:L_shoulder_ctrl hero:L_elbow_ctrl hero:L_wrist_ctrl;"}, 1);
+    l.add(36, 76, 56, 16, command, "Mirror", {mirror_script}, 1, 1);
     return l;
 }
 

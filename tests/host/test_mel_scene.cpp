@@ -96,12 +96,6 @@ private slots:
         QCOMPARE(run("fileInfo -rm \"k\"; size(`fileInfo -q \"k\"`);"), QString("0"));
         QCOMPARE(run("file -o -f \"/no/such/file.ma\";"), QString("ERROR"));
     }
-
-    void python_is_reported_not_run() {
-        run("python \"import os\";");
-        QCOMPARE(host.python_log, QStringList{"import os"});
-        QVERIFY(lines.last().startsWith("// Warning:"));
-    }
 };
 
 QTEST_GUILESS_MAIN(test_mel_scene)

@@ -14,6 +14,7 @@
 #include <QInputDialog>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -109,6 +110,21 @@ private slots:
         QCOMPARE(line.text(), QString("draft"));
     }
 
+    void the_command_line_switches_between_mel_and_python() {
+        sandbox::main_window window;
+        sandbox::command_line* line = window.mel_line();
+        window.language_switch()->click();
+        QCOMPARE(window.language_switch()->text(), QString("Python"));
+        line->setText("1 + 2");
+        QTest::keyClick(line, Qt::Key_Return);
+        window.language_switch()->click();
+        QCOMPARE(line->language(), host::language::mel);
+        line->setText("python(\"3 * 3\");");
+        QTest::keyClick(line, Qt::Key_Return);
+        QCOMPARE(window.output()->toPlainText(),
+                 QString("1 + 2\n# Result: 3 #\npython(\"3 * 3\");\n// Result: 9 //"));
+    }
+
     void the_demo_scene_is_a_character_in_a_namespace() {
         QString error;
         QVERIFY2(sandbox::open_demo_scene(&error), qPrintable(error));
@@ -182,6 +198,20 @@ private slots:
         QTest::mouseClick(tabs->currentWidget(), Qt::LeftButton, {}, QPoint(200, 14));
         host.run_idle();
         QCOMPARE(host.active.names(), QStringList{"hero:head_ctrl"});
+        host.reset();
+    }
+
+    // The demo's Python button moves the selection to the other side of the character.
+    void the_demo_mirror_button_runs_python() {
+        open_demo_picker();
+        host.execute("select hero:L_wrist_ctrl hero:R_knee_ctrl hero:head_ctrl;");
+        auto* tabs = MQtUtil::mainWindow()->findChild<QTabWidget*>();
+        tabs->window()->show();
+        QTest::mouseClick(tabs->currentWidget(), Qt::LeftButton, {}, QPoint(36, 76));
+        host.run_idle();
+        QCOMPARE(host.active.names(),
+                 QStringList({"hero:R_wrist_ctrl", "hero:L_knee_ctrl", "hero:head_ctrl"}));
+        QVERIFY(lines.filter("Error").isEmpty());
         host.reset();
     }
 

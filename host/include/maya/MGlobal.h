@@ -18,6 +18,10 @@ public:
     static MStatus executeCommand(const MString& command, MStringArray& result,
                                   bool displayEnabled = false, bool undoEnabled = false);
     static MStatus executeCommandOnIdle(const MString& command, bool displayEnabled = false);
+    static MStatus executePythonCommand(const MString& command, bool displayEnabled = false,
+                                        bool undoEnabled = false);
+    static MStatus executePythonCommand(const MString& command, MString& result,
+                                        bool displayEnabled = false, bool undoEnabled = false);
     static MStatus executePythonCommandOnIdle(const MString& command, bool displayEnabled = false);
     static void displayError(const MString& theError);
     static MStatus getActiveSelectionList(MSelectionList& dest,

@@ -4,14 +4,17 @@
 
 namespace host {
 
-QString output::format(line_kind kind, const QString& text) {
+QString output::format(line_kind kind, const QString& text, language style) {
+    const bool python = style == language::python;
+    const QString frame =
+        python ? QStringLiteral("# %1: %2 #\n") : QStringLiteral("// %1: %2 //\n");
     switch (kind) {
     case line_kind::error:
-        return QStringLiteral("// Error: %1 //\n").arg(text);
+        return frame.arg(QLatin1String("Error"), text);
     case line_kind::warning:
-        return QStringLiteral("// Warning: %1 //\n").arg(text);
+        return frame.arg(QLatin1String("Warning"), text);
     case line_kind::result:
-        return QStringLiteral("// Result: %1 //\n").arg(text);
+        return frame.arg(QLatin1String("Result"), text);
     case line_kind::text:
         break;
     }
@@ -19,9 +22,11 @@ QString output::format(line_kind kind, const QString& text) {
 }
 
 void output::write(line_kind kind, const QString& text) {
-    if (kind == line_kind::error)
+    if (kind == line_kind::error) {
         ++errors_;
-    const QString line = format(kind, text);
+        last_error_ = text;
+    }
+    const QString line = format(kind, text, style_);
     if (sink_) {
         sink_(kind, line);
         return;

@@ -3,6 +3,7 @@
 #include "ma/ma_file.h"
 #include "mel/interpreter.h"
 #include "plugins.h"
+#include "python/runtime.h"
 
 #include <QFileInfo>
 
@@ -13,7 +14,9 @@ session& session::get() {
     return instance;
 }
 
-session::session() : mel_(std::make_unique<mel::interpreter>(*this)) {}
+session::session()
+    : mel_(std::make_unique<mel::interpreter>(*this)),
+      python_(std::make_unique<python::runtime>(*this)) {}
 
 session::~session() = default;
 
@@ -94,6 +97,7 @@ bool session::save_scene(const QString& path, QString* error) {
 
 void session::quit() {
     events.fire(QStringLiteral("quitApplication"));
+    python_->stop();
 }
 
 // ---------------------------------------------------------------- scripts
@@ -103,23 +107,29 @@ mel::interpreter& session::mel() {
 }
 
 execution session::execute(const QString& source, bool echo) {
+    output::style_scope style(out, language::mel);
     const execution run = mel_->execute(source);
     if (echo && run.ok && run.has_value && !(run.array && run.values.isEmpty()))
         out.result(run.values.join(QLatin1Char(' ')));
     return run;
 }
 
-void session::run_python(const QString& text) {
-    python_log.append(text);
-    out.warning(QStringLiteral("Python is not available in this host; not run: %1").arg(text));
+bool session::run_python(const QString& text, bool echo, const QString& file) {
+    return python_->execute(text, echo, file);
+}
+
+python::runtime& session::python() {
+    return *python_;
 }
 
 int session::run_idle() {
     return idle.run([this](const idle_queue::entry& e) {
-        if (e.what == idle_queue::kind::python)
+        if (e.what == idle_queue::kind::python) {
             run_python(e.text);
-        else
+        } else {
+            output::style_scope style(out, language::mel);
             mel_->execute(e.text);
+        }
     });
 }
 
@@ -145,6 +155,13 @@ bool session::deregister_command(const QString& name) {
         }
     }
     return false;
+}
+
+QStringList session::command_names() const {
+    QStringList names;
+    for (const auto& c : commands_)
+        names << c.name;
+    return names;
 }
 
 MCreatorFunction session::command(const QString& name) const {

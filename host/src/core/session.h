@@ -26,6 +26,9 @@ namespace host {
 namespace mel {
 class interpreter;
 }
+namespace python {
+class runtime;
+}
 
 // What a command hands back to its MEL caller.
 struct command_result {
@@ -66,7 +69,7 @@ public:
     // "getActiveSelectionList", "argLength".
     QSet<QString> failing;
     bool fails(const QString& operation) const { return failing.contains(operation); }
-    // Python texts that reached the host, which has no Python.
+    // Every Python text the host was given to run, for tests.
     QStringList python_log;
 
     // --- selection, with its event ---
@@ -87,7 +90,12 @@ public:
     // One execution, as one run of the script editor; with `echo` a value prints as
     // "// Result: ... //".
     execution execute(const QString& source, bool echo = false);
-    void run_python(const QString& text);
+    // One Python execution, as the script editor's Python tab makes it: errors printed as
+    // "# Error: ... #", with `echo` the value of an expression as "# Result: ... #".
+    // `file` names the script for error lines. Returns false when an error was printed.
+    bool run_python(const QString& text, bool echo = false, const QString& file = QString());
+    // The embedded interpreter, started with the session and ended by quit().
+    python::runtime& python();
     // Drains the idle queue; returns how many entries ran.
     int run_idle();
 
@@ -95,6 +103,7 @@ public:
     bool register_command(const QString& name, MCreatorFunction creator, plugin_record* owner);
     bool deregister_command(const QString& name);
     MCreatorFunction command(const QString& name) const;
+    QStringList command_names() const;
     // The result stack of running commands; the top is the one being filled.
     command_result& current_result();
     void push_result();
@@ -121,6 +130,7 @@ private:
     ~session();
 
     std::unique_ptr<mel::interpreter> mel_;
+    std::unique_ptr<python::runtime> python_;
     struct registered_command {
         QString name;
         MCreatorFunction creator;

@@ -1,5 +1,6 @@
 // Built-in commands on strings and arrays, output and evaluation.
 #include "evaluator.h"
+#include "python/runtime.h"
 
 #include <QRegularExpression>
 #include <algorithm>
@@ -87,8 +88,11 @@ value print(builtin_call& c) {
 
 value python(builtin_call& c) {
     need(c, 1);
-    c.host.run_python(text(c, 0));
-    return value::of_string(QString());
+    value result;
+    QString error;
+    if (!c.host.python().evaluate(text(c, 0), result, error))
+        c.fail(error);
+    return result;
 }
 
 value eval_command(builtin_call& c) {

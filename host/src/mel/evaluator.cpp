@@ -61,34 +61,43 @@ void evaluator::define_procs(const std::vector<stmt_ptr>& program, int unit) {
 
 execution evaluator::run_text(const QString& source) {
     execution result;
+    value last;
+    result.ok = run_program(source, last);
+    if (result.ok && last.kind != type::none) {
+        result.has_value = true;
+        result.array = last.is_array();
+        result.values = to_strings(last);
+    }
+    return result;
+}
+
+bool evaluator::run_program(const QString& source, value& last, QString* error) {
+    last = value();
     try {
         std::vector<stmt_ptr> program = parse(source);
         const int unit = next_unit_++;
         define_procs(program, unit);
         frame_guard frame(*this, unit);
         for (const stmt_ptr& s : program) {
-            result.has_value = false;
+            last = value();
             if (s->what == stmt::kind::expression && s->e->what != expr::kind::assign &&
                 s->e->what != expr::kind::incdec) {
-                const value v = eval(*s->e);
-                if (v.kind != type::none) {
-                    result.has_value = true;
-                    result.array = v.is_array();
-                    result.values = to_strings(v);
-                }
+                last = eval(*s->e);
                 continue;
             }
             const flow f = exec(*s);
             if (f == flow::return_)
                 break;
         }
+        return true;
     } catch (const mel_error& e) {
         if (!e.reported)
             host_.out.error(position_text(e.at) + e.message);
-        result = execution();
-        result.ok = false;
+        if (error)
+            *error = e.reported ? host_.out.last_error() : position_text(e.at) + e.message;
+        last = value();
+        return false;
     }
-    return result;
 }
 
 value evaluator::eval_nested(const QString& source, const position& at) {
@@ -118,7 +127,41 @@ value evaluator::eval_nested(const QString& source, const position& at) {
 
 bool evaluator::is_callable(const QString& name) const {
     int unit = 0;
-    return find_proc(name, &unit) || builtins_.contains(name) || host_.command(name);
+    return find_proc(name, &unit) || is_command(name);
+}
+
+bool evaluator::is_command(const QString& name) const {
+    return builtins_.contains(name) || host_.command(name);
+}
+
+QStringList evaluator::command_names() const {
+    QStringList names = builtins_.keys() + host_.command_names();
+    names.sort();
+    names.removeDuplicates();
+    return names;
+}
+
+value evaluator::call_command(const QString& name, const QVector<value>& args,
+                              const QVector<bool>& flags, const QVector<int>& switches) {
+    const position at;
+    frame_guard frame(*this, next_unit_++);
+    const auto b = builtins_.constFind(name);
+    if (b != builtins_.constEnd()) {
+        builtin_call call{*this, host_, name, at, args, flags, nullptr, switches};
+        call.flags.resize(call.args.size());
+        return (*b)(call);
+    }
+    MCreatorFunction creator = host_.command(name);
+    if (!creator)
+        fail(at, QStringLiteral("Cannot find procedure \"%1\".").arg(name));
+    // A plug-in sees flags as text: a flag given True stands alone, one given False goes.
+    QVector<value> plain;
+    for (int k = 0; k < args.size(); ++k) {
+        const int given = flags.value(k) ? switches.value(k, -1) : -1;
+        if (given != 0)
+            plain.append(args[k]);
+    }
+    return call_plugin(name, creator, plain, at);
 }
 
 // ---------------------------------------------------------------- statements
@@ -511,7 +554,7 @@ value evaluator::eval_call(const expr& e) {
         return call_proc(*def, unit, args, e);
     const auto b = builtins_.constFind(e.name);
     if (b != builtins_.constEnd()) {
-        builtin_call call{*this, host_, e.name, e.at, std::move(args), e.is_flag, &e};
+        builtin_call call{*this, host_, e.name, e.at, std::move(args), e.is_flag, &e, {}};
         call.flags.resize(call.args.size());
         return (*b)(call);
     }
@@ -537,7 +580,7 @@ value evaluator::call_proc(const proc_def& def, int unit, const QVector<value>& 
         value v;
         if (!convert(args[k], p.declared, v))
             fail(e.args[size_t(k)]->at, QStringLiteral("Cannot convert data of type %1 to type %2.")
-                                    .arg(type_name(args[k].kind), type_name(p.declared)));
+                                            .arg(type_name(args[k].kind), type_name(p.declared)));
         frames_.back().scopes.back().insert(p.name,
                                             std::make_shared<variable>(variable{p.declared, v}));
     }
@@ -616,7 +659,7 @@ QStringList parsed_flags::positional_strings() const {
 parsed_flags parse_flags(const builtin_call& call, std::initializer_list<flag_spec> specs) {
     parsed_flags out;
     for (int k = 0; k < call.args.size(); ++k) {
-        if (call.flags.value(k)) {
+        if (call.flags.value(k) && call.switch_of(k) != 0) {
             const QString f = to_string(call.args[k]);
             if (f == QLatin1String("-q") || f == QLatin1String("-query"))
                 out.query = true;
@@ -637,8 +680,19 @@ parsed_flags parse_flags(const builtin_call& call, std::initializer_list<flag_sp
         }
         if (!declared)
             call.fail(QStringLiteral("Invalid flag '-%1'").arg(f));
-        QVector<value>& values = out.set[QLatin1String(declared->long_name)];
+        const QLatin1String name(declared->long_name);
         const int wanted = out.query ? 0 : declared->values;
+        // From Python, True or False sets or leaves out a flag without values, and is the
+        // value of a flag that takes one.
+        const int given = call.switch_of(k);
+        if (given == 0 && wanted == 0)
+            continue;
+        QVector<value>& values = out.set[name];
+        if (given >= 0) {
+            if (wanted > 0)
+                values.append(value::of_int(given));
+            continue;
+        }
         for (int n = 0; n < wanted; ++n) {
             if (k + 1 >= call.args.size() || call.flags.value(k + 1))
                 call.fail(QStringLiteral("Flag '-%1' needs a value.").arg(f));

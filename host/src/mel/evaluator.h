@@ -22,6 +22,10 @@ struct builtin_call {
     QVector<value> args;
     QVector<bool> flags;
     const expr* node;
+    // Per argument: 1 or 0 for a flag that a Python caller gave True or False, else -1.
+    QVector<int> switches = {};
+
+    int switch_of(int index) const { return switches.value(index, -1); }
 
     [[noreturn]] void fail(const QString& message) const { throw mel_error{at, message}; }
     // Stores into the variable given as argument `index` (tokenize, clear).
@@ -63,8 +67,18 @@ public:
     execution run_text(const QString& source);
     // Runs a text inside the current execution (eval); errors propagate.
     value eval_nested(const QString& source, const position& at);
+    // Runs a whole text and gives the value of its last statement, typed; prints the one
+    // error line and gives its text. Never throws.
+    bool run_program(const QString& source, value& last, QString* error = nullptr);
+    // Calls a built-in or plug-in command with evaluated arguments, as another language
+    // calls it; `flags` and `switches` as in builtin_call. Errors propagate.
+    value call_command(const QString& name, const QVector<value>& args, const QVector<bool>& flags,
+                       const QVector<int>& switches);
 
     bool is_callable(const QString& name) const;
+    // Built-in and plug-in commands, not procedures.
+    bool is_command(const QString& name) const;
+    QStringList command_names() const;
     void assign_to(const expr& target, const value& v);
     session& host() { return host_; }
 

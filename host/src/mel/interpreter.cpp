@@ -16,4 +16,8 @@ execution interpreter::execute(const QString& source, const QString&) {
     return d->eval.run_text(source);
 }
 
+evaluator& interpreter::engine() {
+    return d->eval;
+}
+
 } // namespace host::mel

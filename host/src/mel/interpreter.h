@@ -7,6 +7,8 @@
 
 namespace host::mel {
 
+class evaluator;
+
 class interpreter {
 public:
     explicit interpreter(session& host);
@@ -16,6 +18,8 @@ public:
     // its line and column, ends the execution and returns ok == false. Global procedures
     // and global variables outlive the execution.
     execution execute(const QString& source, const QString& source_name = QString());
+    // The evaluator itself, for other languages that call commands and run MEL.
+    evaluator& engine();
 
 private:
     struct impl;

@@ -2,7 +2,9 @@
 
 #include "core/session.h"
 #include "mel/interpreter.h"
+#include "mel/value.h"
 #include "openmaya/access.h"
+#include "python/runtime.h"
 
 namespace {
 
@@ -24,6 +26,28 @@ MStatus MGlobal::executeCommand(const MString& command, MStringArray& result, bo
 
 MStatus MGlobal::executeCommandOnIdle(const MString& command, bool) {
     host_session().idle.push_mel(text_of(command));
+    return MStatus::kSuccess;
+}
+
+MStatus MGlobal::executePythonCommand(const MString& command, bool displayEnabled, bool) {
+    return host_session().run_python(text_of(command), displayEnabled) ? MStatus::kSuccess
+                                                                       : MStatus::kFailure;
+}
+
+MStatus MGlobal::executePythonCommand(const MString& command, MString& result, bool displayEnabled,
+                                      bool) {
+    host::session& s = host_session();
+    const host::output::style_scope style(s.out, host::language::python);
+    host::mel::value value;
+    QString error;
+    if (!s.python().evaluate(text_of(command), value, error)) {
+        s.out.error(error);
+        return MStatus::kFailure;
+    }
+    const QString text = host::mel::to_strings(value).join(QLatin1Char(' '));
+    if (displayEnabled && value.kind != host::mel::type::none)
+        s.out.result(text);
+    result = MString(text.toUtf8().constData());
     return MStatus::kSuccess;
 }
 

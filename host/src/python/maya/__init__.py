@@ -1,0 +1,1 @@
+"""The maya package of this host: cmds, mel, utils and standalone over its own commands."""
