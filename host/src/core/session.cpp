@@ -105,7 +105,7 @@ mel::interpreter& session::mel() {
 execution session::execute(const QString& source, bool echo) {
     const execution run = mel_->execute(source);
     if (echo && run.ok && run.has_value && !(run.array && run.values.isEmpty()))
-        out.result(run.values.join(QLatin1Char(' ')));
+        out.result(run.shown.isNull() ? run.values.join(QLatin1Char(' ')) : run.shown);
     return run;
 }
 
