@@ -69,23 +69,30 @@ private:
         throw mel_error{p, message};
     }
 
+    // A line ends at "\n", "\r\n" or a lone "\r" (scripts saved on old Macs).
+    bool ends_line(int i) const {
+        return at(i) == QLatin1Char('\n') ||
+               (at(i) == QLatin1Char('\r') && at(i + 1) != QLatin1Char('\n'));
+    }
+
     void skip_blank() {
         for (;;) {
             const QChar c = at(pos_);
-            if (c == QLatin1Char('\n')) {
+            if (ends_line(pos_)) {
                 newline_at(pos_);
                 ++pos_;
             } else if (c.isSpace()) {
                 ++pos_;
             } else if (c == QLatin1Char('/') && at(pos_ + 1) == QLatin1Char('/')) {
-                while (pos_ < src_.size() && src_[pos_] != QLatin1Char('\n'))
+                while (pos_ < src_.size() && src_[pos_] != QLatin1Char('\n') &&
+                       src_[pos_] != QLatin1Char('\r'))
                     ++pos_;
             } else if (c == QLatin1Char('/') && at(pos_ + 1) == QLatin1Char('*')) {
                 const position p = here(pos_);
                 pos_ += 2;
                 while (pos_ < src_.size() &&
                        !(src_[pos_] == QLatin1Char('*') && at(pos_ + 1) == QLatin1Char('/'))) {
-                    if (src_[pos_] == QLatin1Char('\n'))
+                    if (ends_line(pos_))
                         newline_at(pos_);
                     ++pos_;
                 }
