@@ -48,9 +48,11 @@ private slots:
                  QString("one plus two plus three plus four"));
         QCOMPARE(mel.run("substituteAllString(\"a__b\", \"_\", \"\");"), QString("ab"));
         QCOMPARE(mel.run("substituteAllString(\"abc\", \"\", \"x\");"), QString("abc"));
-        QCOMPARE(mel.run("stringToStringArray(\"rig|arm||hand\", \"|\");"), QString("rig arm hand"));
+        QCOMPARE(mel.run("stringToStringArray(\"rig|arm||hand\", \"|\");"),
+                 QString("rig arm hand"));
         QCOMPARE(mel.run("stringToStringArray(\"1, 2.5,3\", \", \");"), QString("1 2.5 3"));
-        QCOMPARE(mel.run("stringArrayToString({\"a\", \"b\", \"c\"}, \", \");"), QString("a, b, c"));
+        QCOMPARE(mel.run("stringArrayToString({\"a\", \"b\", \"c\"}, \", \");"),
+                 QString("a, b, c"));
         QCOMPARE(mel.run("stringArrayRemove({\"b\", \"d\"}, {\"a\", \"b\", \"c\", \"b\"});"),
                  QString("a c"));
         QCOMPARE(mel.run("stringArrayRemoveDuplicates({\"a\", \"b\", \"a\", \"c\", \"b\"});"),
@@ -64,12 +66,14 @@ private slots:
                          "int $r = stringArrayInsertAtIndex(1, $list, \"item2\");"
                          "$r + \" \" + stringArrayToString($list, \" \");"),
                  QString("1 item1 item2 item3"));
-        QCOMPARE(mel.run("string $list[] = {\"item1\"};"
-                         "int $r = stringArrayInsertAtIndex(-1, $list, \"item4\"); $r + size($list);"),
-                 QString("1")); // 0 and nothing inserted
-        QCOMPARE(mel.run("string $list[] = {\"a\", \"b\"}; stringArrayInsertAtIndex(10, $list, \"z\");"
-                         "stringArrayInsertAtIndex(0, $list, \"0\"); $list;"),
-                 QString("0 a b z"));
+        QCOMPARE(
+            mel.run("string $list[] = {\"item1\"};"
+                    "int $r = stringArrayInsertAtIndex(-1, $list, \"item4\"); $r + size($list);"),
+            QString("1")); // 0 and nothing inserted
+        QCOMPARE(
+            mel.run("string $list[] = {\"a\", \"b\"}; stringArrayInsertAtIndex(10, $list, \"z\");"
+                    "stringArrayInsertAtIndex(0, $list, \"0\"); $list;"),
+            QString("0 a b z"));
     }
 
     void sort_and_clear() {
@@ -79,7 +83,8 @@ private slots:
         QCOMPARE(mel.run("sort({\"b\", \"B\", \"a\"});"), QString("B a b"));
         QCOMPARE(mel.run("sort({3, -1, 2});"), QString("-1 2 3"));
         QCOMPARE(mel.run("string $list[] = {\"a\", \"b\"}; clear $list;"), QString("0"));
-        QCOMPARE(mel.run("string $list[] = {\"a\", \"b\"}; clear($list); size($list);"), QString("0"));
+        QCOMPARE(mel.run("string $list[] = {\"a\", \"b\"}; clear($list); size($list);"),
+                 QString("0"));
         QVERIFY(mel.error("int $i; clear $i;").endsWith("clear needs an array variable, not int."));
         QVERIFY(mel.error("sort(<<1, 2, 3>>);").contains("sort needs an array"));
     }
@@ -91,7 +96,8 @@ private slots:
         QCOMPARE(mel.result("floor(2.7) + ceil(2.1);"), QString("5"));
         QCOMPARE(mel.result("floor(-2.5);"), QString("-3"));
         QCOMPARE(mel.run("min(1, 2) + max(4, 3);"), QString("5"));
-        QCOMPARE(mel.run("whatIs \"$m\"; $m = min(1, 2.5); whatIs \"$m\";"), QString("float variable"));
+        QCOMPARE(mel.run("whatIs \"$m\"; $m = min(1, 2.5); whatIs \"$m\";"),
+                 QString("float variable"));
         QCOMPARE(mel.result("max(<<1, 5, 3>>, <<2, 2, 2>>);"), QString("<<2, 5, 3>>"));
         QCOMPARE(mel.result("clamp(0, 10, 12);"), QString("10"));
         QCOMPARE(mel.result("clamp(0, 10, -1) + clamp(0, 10, 4.5);"), QString("4.5"));

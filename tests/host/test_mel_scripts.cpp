@@ -48,14 +48,16 @@ private slots:
                  QString("Line 1.1: Cannot find file \"nowhere.mel\" for source statement."));
         // The first directory of the path that has the file wins; a file sources another.
         write(others, "hello.mel", "global proc string hello() { return \"first\"; }");
-        write(scripts, "outer.mel", "source \"hello.mel\";\nglobal proc string outer() { return hello(); }");
+        write(scripts, "outer.mel",
+              "source \"hello.mel\";\nglobal proc string outer() { return hello(); }");
         QCOMPARE(mel.run("source outer; outer();"), QString("first"));
     }
 
     void an_unknown_procedure_is_looked_for_on_the_script_path() {
-        const QString path = write(scripts, "autoRig.mel",
-                                   "global int $gAutoRigSourced;\n$gAutoRigSourced++;\n"
-                                   "global proc string autoRig(string $side) { return $side + \"_arm\"; }\n");
+        const QString path =
+            write(scripts, "autoRig.mel",
+                  "global int $gAutoRigSourced;\n$gAutoRigSourced++;\n"
+                  "global proc string autoRig(string $side) { return $side + \"_arm\"; }\n");
         QCOMPARE(mel.run("exists autoRig;"), QString("1"));
         QCOMPARE(mel.run("whatIs autoRig;"), "Script found in: " + path);
         QCOMPARE(mel.run("autoRig(\"L\");"), QString("L_arm"));
@@ -71,7 +73,8 @@ private slots:
         // The path is read at each look-up, so putenv changes it.
         QTemporaryDir later;
         write(later, "lateComer.mel", "global proc int lateComer() { return 7; }");
-        QCOMPARE(mel.error("lateComer();"), QString("Line 1.1: Cannot find procedure \"lateComer\"."));
+        QCOMPARE(mel.error("lateComer();"),
+                 QString("Line 1.1: Cannot find procedure \"lateComer\"."));
         QCOMPARE(mel.run("putenv \"MAYA_SCRIPT_PATH\" \"" + later.path() + "\"; lateComer();"),
                  QString("7"));
     }
@@ -79,8 +82,9 @@ private slots:
     void errors_in_files_name_the_file_and_line() {
         const QString bad = write(scripts, "bad.mel", "global proc ok() {}\n\nint $x = ;\n");
         QCOMPARE(mel.error("source bad;"), QString("file: %1 line 3: Syntax error").arg(bad));
-        const QString faulty = write(scripts, "faulty.mel",
-                                     "global proc faulty() {\n    int $a[];\n    string $s = $a;\n}\n");
+        const QString faulty =
+            write(scripts, "faulty.mel",
+                  "global proc faulty() {\n    int $a[];\n    string $s = $a;\n}\n");
         QCOMPARE(mel.error("source faulty; faulty();"),
                  QString("file: %1 line 3: Cannot convert data of type int[] to type string.")
                      .arg(faulty));
@@ -92,8 +96,10 @@ private slots:
 
     void eval_runs_text_and_catch_holds_its_errors() {
         QCOMPARE(mel.run("eval \"int $x = 3; $x * 2\";"), QString("6"));
-        QCOMPARE(mel.run("string $r[] = eval(\"stringToStringArray(\\\"a b\\\", \\\" \\\")\"); size($r);"),
-                 QString("2"));
+        QCOMPARE(
+            mel.run(
+                "string $r[] = eval(\"stringToStringArray(\\\"a b\\\", \\\" \\\")\"); size($r);"),
+            QString("2"));
         QCOMPARE(mel.run("catch(eval(\"1 +\"));"), QString("1"));
         QCOMPARE(mel.lines.size(), 1); // catch shows the error
         mel.lines.clear();
@@ -103,9 +109,11 @@ private slots:
     }
 
     void eval_deferred_waits_for_the_idle_queue() {
-        QCOMPARE(mel.output("evalDeferred \"print \\\"later \\\"\"; print \"now \";"), QString("now "));
-        QCOMPARE(mel.run("evalDeferred -evaluateNext \"print \\\"first \\\"\"; evalDeferred -list;"),
-                 QString("print \"first \" print \"later \""));
+        QCOMPARE(mel.output("evalDeferred \"print \\\"later \\\"\"; print \"now \";"),
+                 QString("now "));
+        QCOMPARE(
+            mel.run("evalDeferred -evaluateNext \"print \\\"first \\\"\"; evalDeferred -list;"),
+            QString("print \"first \" print \"later \""));
         mel.lines.clear();
         QCOMPARE(mel.host.run_idle(), 2);
         QCOMPARE(mel.lines.join(QString()), QString("first later "));
@@ -126,8 +134,9 @@ private slots:
         QCOMPARE(mel.error("error -showLineNumber true \"where\";"), QString("Line 1.1: where"));
         QCOMPARE(mel.output("warning \"No lights in scene\"; print \"goes on\";"),
                  QString("// Warning: No lights in scene //\ngoes on"));
-        const QString warn = write(scripts, "warn.mel", "global proc warnMe() {\n"
-                                                       "    warning -sl true \"No lights\";\n}\n");
+        const QString warn = write(scripts, "warn.mel",
+                                   "global proc warnMe() {\n"
+                                   "    warning -sl true \"No lights\";\n}\n");
         QCOMPARE(mel.output("source warn; warnMe();"),
                  QString("// Warning: file: %1 line 2: No lights //\n").arg(warn));
         QCOMPARE(mel.output("warning -sl 1 \"typed\";"), QString("// Warning: line 1: typed //\n"));
