@@ -1,4 +1,5 @@
 // Built-in commands and the standard script procedures on strings and string arrays.
+#include "core/wildcard.h"
 #include "evaluator.h"
 
 #include <algorithm>
@@ -69,28 +70,11 @@ bool element_matches(const QString& pattern, int p, QChar ch, int* next) {
     return pc == ch;
 }
 
-// Shell-style matching: * ? [a-z] [!a] and \ to escape. One backtrack point for the last
-// '*' keeps it linear in practice, as for ls patterns.
+// Shell-style matching: * ? [a-z] [!a] and \ to escape.
 bool glob_match(const QString& pattern, const QString& text) {
-    int p = 0, t = 0, star = -1, mark = 0;
-    while (t < text.size()) {
-        int next = 0;
-        if (p < pattern.size() && pattern[p] == QLatin1Char('*')) {
-            star = p++;
-            mark = t;
-        } else if (p < pattern.size() && element_matches(pattern, p, text[t], &next)) {
-            p = next;
-            ++t;
-        } else if (star >= 0) {
-            p = star + 1;
-            t = ++mark;
-        } else {
-            return false;
-        }
-    }
-    while (p < pattern.size() && pattern[p] == QLatin1Char('*'))
-        ++p;
-    return p == pattern.size();
+    return match_with_stars(pattern, text, [&pattern](int p, QChar ch, int* next) {
+        return element_matches(pattern, p, ch, next);
+    });
 }
 
 value gmatch(builtin_call& c) {

@@ -95,33 +95,41 @@ void evaluator::define_procs(const std::vector<stmt_ptr>& program, int unit, con
     }
 }
 
+// The statements of a parsed text, in its own frame; the value of the last one when that
+// is an expression other than an assignment, as the script editor shows it.
+value evaluator::run_program(const std::vector<stmt_ptr>& program, const QString& file) {
+    const int unit = next_unit_++;
+    define_procs(program, unit, file);
+    frame_guard frame(*this, unit, file);
+    value last;
+    for (const stmt_ptr& s : program) {
+        last = value();
+        if (s->what == stmt::kind::expression && s->e->what != expr::kind::assign &&
+            s->e->what != expr::kind::incdec) {
+            last = eval(*s->e);
+            continue;
+        }
+        if (exec(*s) == flow::return_)
+            break;
+    }
+    return last;
+}
+
 execution evaluator::run_text(const QString& source) {
     execution result;
     try {
-        std::vector<stmt_ptr> program = parse(source);
-        const int unit = next_unit_++;
-        define_procs(program, unit, QString());
-        frame_guard frame(*this, unit, QString());
+        value v;
         try {
-            for (const stmt_ptr& s : program) {
-                result.has_value = false;
-                if (s->what == stmt::kind::expression && s->e->what != expr::kind::assign &&
-                    s->e->what != expr::kind::incdec) {
-                    const value v = eval(*s->e);
-                    if (v.kind != type::none) {
-                        result.has_value = true;
-                        result.array = v.is_array();
-                        result.values = to_strings(v);
-                        result.shown = result_text(v);
-                    }
-                    continue;
-                }
-                if (exec(*s) == flow::return_)
-                    break;
-            }
+            v = run_program(parse(source), QString());
         } catch (mel_error& e) {
             locate(e, QString());
             throw;
+        }
+        if (v.kind != type::none) {
+            result.has_value = true;
+            result.array = v.is_array();
+            result.values = to_strings(v);
+            result.shown = result_text(v);
         }
     } catch (const mel_error& e) {
         if (!e.reported)
@@ -134,27 +142,13 @@ execution evaluator::run_text(const QString& source) {
 
 value evaluator::eval_nested(const QString& source, const position& at) {
     depth_guard depth(*this, at, QStringLiteral("Stack overflow: eval nested too deeply."));
-    value last;
     try {
-        std::vector<stmt_ptr> program = parse(source);
-        const int unit = next_unit_++;
-        define_procs(program, unit, QString());
-        frame_guard frame(*this, unit, QString());
-        for (const stmt_ptr& s : program) {
-            last = value();
-            if (s->what == stmt::kind::expression) {
-                last = eval(*s->e);
-                continue;
-            }
-            if (exec(*s) == flow::return_)
-                break;
-        }
+        return run_program(parse(source), QString());
     } catch (mel_error& e) {
         // Its positions count in the evaluated text, not in the file that called eval.
         locate(e, QString());
         throw;
     }
-    return last;
 }
 
 void evaluator::source_file(const QString& path, const position& at) {
@@ -166,14 +160,7 @@ void evaluator::source_file(const QString& path, const position& at) {
                       QStringLiteral("Stack overflow: %1 sources itself too deeply.")
                           .arg(QFileInfo(path).fileName()));
     try {
-        std::vector<stmt_ptr> program = parse(text);
-        const int unit = next_unit_++;
-        define_procs(program, unit, path);
-        frame_guard frame(*this, unit, path);
-        for (const stmt_ptr& s : program) {
-            if (exec(*s) == flow::return_)
-                break;
-        }
+        run_program(parse(text), path);
     } catch (mel_error& e) {
         locate(e, path);
         throw;

@@ -115,6 +115,7 @@ private:
     struct depth_guard;
 
     void define_procs(const std::vector<stmt_ptr>& program, int unit, const QString& file);
+    value run_program(const std::vector<stmt_ptr>& program, const QString& file);
     flow exec(const stmt& s);
     flow exec_block(const std::vector<stmt_ptr>& body);
     flow exec_loop_body(const stmt& body, bool* stop);
