@@ -53,6 +53,7 @@ private slots:
         QCOMPARE(mel.run("stringToStringArray(\"1, 2.5,3\", \", \");"), QString("1 2.5 3"));
         QCOMPARE(mel.run("stringArrayToString({\"a\", \"b\", \"c\"}, \", \");"),
                  QString("a, b, c"));
+        QCOMPARE(mel.run("string $t[]; tokenize \"a b\\tc\\nd\" $t;"), QString("4"));
         QCOMPARE(mel.run("stringArrayRemove({\"b\", \"d\"}, {\"a\", \"b\", \"c\", \"b\"});"),
                  QString("a c"));
         QCOMPARE(mel.run("stringArrayRemoveDuplicates({\"a\", \"b\", \"a\", \"c\", \"b\"});"),

@@ -106,6 +106,10 @@ private slots:
         QCOMPARE(mel.run("catchQuiet(eval(\"1 +\"));"), QString("1"));
         QVERIFY(mel.lines.isEmpty());
         QCOMPARE(mel.run("catch(`size \"ok\"`);"), QString("0"));
+        // In command syntax too.
+        QCOMPARE(
+            mel.run("int $r = 7; $r = `catchQuiet \"no such\"` + 0; catchQuiet `error \"x\"`;"),
+            QString("1"));
     }
 
     void eval_deferred_waits_for_the_idle_queue() {

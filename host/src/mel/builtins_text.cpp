@@ -33,7 +33,8 @@ value substitute(builtin_call& c) {
 
 value tokenize(builtin_call& c) {
     c.arity(2, 3);
-    const QString separators = c.args.size() >= 3 ? c.string_arg(1) : QStringLiteral(" ");
+    // Without separators, whitespace splits.
+    const QString separators = c.args.size() >= 3 ? c.string_arg(1) : QStringLiteral(" \t\n\r");
     const QStringList tokens = tokens_of(c.string_arg(0), separators);
     c.assign(c.args.size() - 1, value::of_strings(tokens));
     return value::of_int(tokens.size());

@@ -708,7 +708,18 @@ private:
             call->is_flag.append(false);
             after_flag = false;
         }
-        return call;
+        return catch_in_command_syntax(std::move(call));
+    }
+
+    // "catch `cmd`" and "catchQuiet ($x)" hold their one argument as catch(...) does.
+    expr_ptr catch_in_command_syntax(expr_ptr call) {
+        if ((call->name != QLatin1String("catch") && call->name != QLatin1String("catchQuiet")) ||
+            call->args.size() != 1 || call->is_flag.value(0))
+            return call;
+        auto e = new_expr(expr::kind::catch_call, call->at);
+        e->name = call->name;
+        e->a = std::move(call->args.front());
+        return e;
     }
 
     // A flag's value written as on/off, yes/no, true/false is the number it stands for.
