@@ -42,6 +42,7 @@ void run_step(host::session& host, const script_step& step) {
 
 int run_batch(const batch_options& options) {
     host::session& host = host::session::get();
+    host.batch = true;
     for (const QString& plugin : options.plugins) {
         QString error;
         if (!host.load_plugin(plugin, &error))

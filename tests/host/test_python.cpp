@@ -131,6 +131,9 @@ private slots:
         QCOMPARE(py("mel.eval('float $f[] = {1.5, 2}; $f')"), QString("[1.5, 2.0]"));
         QCOMPARE(py("mel.eval('\"text\"')"), QString("'text'"));
         QCOMPARE(py("mel.eval('string $s[]; $s')"), QString("[]"));
+        QCOMPARE(py("mel.eval('<<1, 2, 3>>')"), QString("[1.0, 2.0, 3.0]"));
+        QCOMPARE(py("mel.eval('vector $v[] = {<<1, 2, 3>>, <<4, 5, 6>>}; $v')"),
+                 QString("[1.0, 2.0, 3.0, 4.0, 5.0, 6.0]"));
         QCOMPARE(py("mel.eval('select -cl')"), QString("None"));
         // from-imports and the star import find commands too.
         QCOMPARE(py("__import__('maya.cmds', fromlist=['ls']).ls('a')"), QString("['a']"));

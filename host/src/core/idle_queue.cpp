@@ -7,7 +7,7 @@ int idle_queue::run(const std::function<void(const entry&)>& runner) {
         return 0; // a nested drain would reorder entries; the outer loop takes them
     running_ = true;
     int ran = 0;
-    while (!entries_.empty()) {
+    while (!entries_.empty() && ran < max_per_drain) {
         entry next = std::move(entries_.front());
         entries_.pop_front();
         ++ran;

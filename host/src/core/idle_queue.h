@@ -17,6 +17,8 @@ public:
     };
 
     void push_mel(const QString& text) { entries_.push_back({kind::mel, text, {}}); }
+    // Ahead of everything queued (evalDeferred -evaluateNext).
+    void push_mel_next(const QString& text) { entries_.push_front({kind::mel, text, {}}); }
     void push_python(const QString& text) { entries_.push_back({kind::python, text, {}}); }
     void push_task(std::function<void()> task) {
         entries_.push_back({kind::task, QString(), std::move(task)});
@@ -27,7 +29,10 @@ public:
     const std::deque<entry>& pending() const { return entries_; }
 
     // Runs every entry in turn, entries queued meanwhile included; returns how many ran.
-    // The runner executes MEL and Python texts; tasks run directly.
+    // The runner executes MEL and Python texts; tasks run directly. A drain stops after
+    // max_per_drain entries, so that a script that queues itself again and again leaves the
+    // host responsive; the rest waits for the next drain.
+    static constexpr int max_per_drain = 10000;
     int run(const std::function<void(const entry&)>& runner);
     void clear() { entries_.clear(); }
 

@@ -1,5 +1,7 @@
 #include "scene.h"
 
+#include "wildcard.h"
+
 #include <QRegularExpression>
 
 namespace host {
@@ -21,25 +23,10 @@ QString namespace_of(const QString& name) {
 }
 
 bool wildcard_match(const QString& pattern, const QString& text) {
-    // Iterative '*' / '?' matcher with one backtrack point: linear in practice.
-    int p = 0, t = 0, star = -1, mark = 0;
-    while (t < text.size()) {
-        if (p < pattern.size() && (pattern[p] == QLatin1Char('?') || pattern[p] == text[t])) {
-            ++p;
-            ++t;
-        } else if (p < pattern.size() && pattern[p] == QLatin1Char('*')) {
-            star = p++;
-            mark = t;
-        } else if (star >= 0) {
-            p = star + 1;
-            t = ++mark;
-        } else {
-            return false;
-        }
-    }
-    while (p < pattern.size() && pattern[p] == QLatin1Char('*'))
-        ++p;
-    return p == pattern.size();
+    return match_with_stars(pattern, text, [&pattern](int p, QChar ch, int* next) {
+        *next = p + 1;
+        return pattern[p] == QLatin1Char('?') || pattern[p] == ch;
+    });
 }
 
 scene::scene() {

@@ -110,7 +110,7 @@ execution session::execute(const QString& source, bool echo) {
     output::style_scope style(out, language::mel);
     const execution run = mel_->execute(source);
     if (echo && run.ok && run.has_value && !(run.array && run.values.isEmpty()))
-        out.result(run.values.join(QLatin1Char(' ')));
+        out.result(run.shown.isNull() ? run.values.join(QLatin1Char(' ')) : run.shown);
     return run;
 }
 

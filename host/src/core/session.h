@@ -44,6 +44,7 @@ struct execution {
     bool has_value = false; // the last statement gave a value
     bool array = false;
     QStringList values; // that value as text, one entry per element
+    QString shown;      // that value as the "// Result: ... //" line shows it
 };
 
 struct plugin_record;
@@ -61,6 +62,8 @@ public:
     host::idle_queue idle;
     host::output out;
 
+    // Running without a user interface (about -batch).
+    bool batch = false;
     // "SelectionChanged" runs inside the call that changed the selection; when deferred
     // it is queued on the idle queue instead.
     bool defer_selection_changed = false;

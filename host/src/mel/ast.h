@@ -4,8 +4,8 @@
 
 #include <QString>
 #include <QVector>
-#include <vector>
 #include <memory>
+#include <vector>
 
 namespace host::mel {
 
@@ -33,6 +33,10 @@ struct expr {
         call,       // name(args) or a command: name, args, flags
         array_lit,  // {a, b, ...}
         catch_call, // catch / catchQuiet: name, a
+        cast,       // (int) a, int(a): declared, a
+        component,  // ($v.x): a, name "x" / "y" / "z"
+        vector_lit, // <<a, b, c>>: args
+        matrix_lit, // <<a, b; c, d>>: args row by row, row_sizes
     };
     kind what;
     position at;
@@ -41,7 +45,9 @@ struct expr {
     bool prefix = false;
     expr_ptr a, b, c;
     std::vector<expr_ptr> args;
-    QVector<bool> is_flag; // per call argument: a "-flag" of command syntax
+    QVector<bool> is_flag;      // per call argument: a "-flag" of command syntax
+    type declared = type::none; // cast
+    QVector<int> row_sizes;     // matrix_lit
 };
 
 struct param {
@@ -56,12 +62,14 @@ struct proc_def {
     QVector<param> params;
     std::shared_ptr<stmt> body;
     position at;
+    QString file; // where it was defined; empty when entered interactively
 };
 
 struct declaration {
     QString name;
     bool array = false;
     expr_ptr init;
+    expr_ptr rows, cols; // a matrix's size
     position at;
 };
 
@@ -79,15 +87,17 @@ struct stmt {
         continue_,
         declare,
         proc,
+        switch_, // e: control, body: statements and case_ marks
+        case_,   // e: value, or none for default
         empty
     };
     kind what;
     position at;
-    expr_ptr e;               // expression, condition, return value, for-in array
-    expr_ptr init, step;      // for
-    std::vector<stmt_ptr> body;   // block
-    stmt_ptr then, otherwise; // if; loops use `then` as body
-    QString var;              // for-in variable
+    expr_ptr e;                 // expression, condition, return value, for-in array
+    expr_ptr init, step;        // for
+    std::vector<stmt_ptr> body; // block
+    stmt_ptr then, otherwise;   // if; loops use `then` as body
+    QString var;                // for-in variable
     bool global_decl = false;
     type declared = type::none;
     std::vector<declaration> decls;

@@ -20,6 +20,29 @@ bool is_word_char(QChar c) {
     return c.isLetterOrNumber() || c == QLatin1Char('_');
 }
 
+bool is_hex_digit(QChar c) {
+    return c.isDigit() || (c.toLower() >= QLatin1Char('a') && c.toLower() <= QLatin1Char('f'));
+}
+
+bool is_type_word(const QString& w, type* t = nullptr) {
+    static const struct {
+        const char* word;
+        type kind;
+    } words[] = {{"int", type::int_},
+                 {"float", type::float_},
+                 {"string", type::string},
+                 {"vector", type::vector},
+                 {"matrix", type::matrix}};
+    for (const auto& entry : words) {
+        if (w == QLatin1String(entry.word)) {
+            if (t)
+                *t = entry.kind;
+            return true;
+        }
+    }
+    return false;
+}
+
 class parser {
 public:
     explicit parser(const QString& source) : src_(source) { advance(); }
@@ -46,23 +69,30 @@ private:
         throw mel_error{p, message};
     }
 
+    // A line ends at "\n", "\r\n" or a lone "\r" (scripts saved on old Macs).
+    bool ends_line(int i) const {
+        return at(i) == QLatin1Char('\n') ||
+               (at(i) == QLatin1Char('\r') && at(i + 1) != QLatin1Char('\n'));
+    }
+
     void skip_blank() {
         for (;;) {
             const QChar c = at(pos_);
-            if (c == QLatin1Char('\n')) {
+            if (ends_line(pos_)) {
                 newline_at(pos_);
                 ++pos_;
             } else if (c.isSpace()) {
                 ++pos_;
             } else if (c == QLatin1Char('/') && at(pos_ + 1) == QLatin1Char('/')) {
-                while (pos_ < src_.size() && src_[pos_] != QLatin1Char('\n'))
+                while (pos_ < src_.size() && src_[pos_] != QLatin1Char('\n') &&
+                       src_[pos_] != QLatin1Char('\r'))
                     ++pos_;
             } else if (c == QLatin1Char('/') && at(pos_ + 1) == QLatin1Char('*')) {
                 const position p = here(pos_);
                 pos_ += 2;
                 while (pos_ < src_.size() &&
                        !(src_[pos_] == QLatin1Char('*') && at(pos_ + 1) == QLatin1Char('/'))) {
-                    if (src_[pos_] == QLatin1Char('\n'))
+                    if (ends_line(pos_))
                         newline_at(pos_);
                     ++pos_;
                 }
@@ -121,6 +151,19 @@ private:
 
     void scan_number(token& t) {
         int i = pos_;
+        if (at(i) == QLatin1Char('0') &&
+            (at(i + 1) == QLatin1Char('x') || at(i + 1) == QLatin1Char('X')) &&
+            is_hex_digit(at(i + 2))) {
+            // Hexadecimal, taken as the 32 bits of an int.
+            i += 2;
+            quint32 bits = 0;
+            while (is_hex_digit(at(i)))
+                bits = bits * 16 + quint32(QString(at(i++)).toUInt(nullptr, 16));
+            t.kind = token::int_lit;
+            t.literal = value::of_int(int(bits));
+            pos_ = i;
+            return;
+        }
         bool is_float = false;
         while (at(i).isDigit())
             ++i;
@@ -181,8 +224,8 @@ private:
             t.text = src_.mid(pos_, i - pos_);
             pos_ = i;
         } else {
-            static const char* const two[] = {"==", "!=", "<=", ">=", "&&", "||",
-                                              "++", "--", "+=", "-=", "*=", "/="};
+            static const char* const two[] = {"==", "!=", "<=", ">=", "&&", "||", "++",
+                                              "--", "+=", "-=", "*=", "/=", "<<", ">>"};
             t.kind = token::punct;
             for (const char* op : two) {
                 if (c == QLatin1Char(op[0]) && at(pos_ + 1) == QLatin1Char(op[1])) {
@@ -232,19 +275,20 @@ private:
         ~depth_guard() { --p.depth_; }
     };
 
-    // ------------------------------------------------------------ statements
-    static bool type_word(const QString& w, type& t) {
-        if (w == QLatin1String("int"))
-            t = type::int_;
-        else if (w == QLatin1String("float"))
-            t = type::float_;
-        else if (w == QLatin1String("string"))
-            t = type::string;
-        else
-            return false;
-        return true;
+    // Where the scanner stands, to look ahead and come back.
+    struct mark {
+        int pos, line, line_start;
+        token cur;
+    };
+    mark save() const { return {pos_, line_, line_start_, cur_}; }
+    void restore(const mark& m) {
+        pos_ = m.pos;
+        line_ = m.line;
+        line_start_ = m.line_start;
+        cur_ = m.cur;
     }
 
+    // ------------------------------------------------------------ statements
     stmt_ptr make(stmt::kind k, const position& p) {
         auto s = std::make_unique<stmt>();
         s->what = k;
@@ -261,7 +305,6 @@ private:
             return block();
         if (cur_.kind == token::ident) {
             const QString w = cur_.text;
-            type t;
             if (w == QLatin1String("global")) {
                 advance();
                 if (is_ident("proc"))
@@ -270,16 +313,15 @@ private:
             }
             if (w == QLatin1String("proc"))
                 return proc(false, p);
-            if (type_word(w, t))
+            // "string($i)" is a cast, not a declaration.
+            if (is_type_word(w) && peek_char() != QLatin1Char('('))
                 return declaration_stmt(false, p);
             if (w == QLatin1String("if"))
                 return if_stmt();
             if (w == QLatin1String("while")) {
                 advance();
                 auto s = make(stmt::kind::while_, p);
-                expect("(");
-                s->e = expression();
-                expect(")");
+                s->e = condition();
                 s->then = statement();
                 return s;
             }
@@ -290,14 +332,14 @@ private:
                 if (!is_ident("while"))
                     fail(cur_.at, QStringLiteral("Syntax error"));
                 advance();
-                expect("(");
-                s->e = expression();
-                expect(")");
+                s->e = condition();
                 accept(";");
                 return s;
             }
             if (w == QLatin1String("for"))
                 return for_stmt();
+            if (w == QLatin1String("switch"))
+                return switch_stmt();
             if (w == QLatin1String("return")) {
                 advance();
                 auto s = make(stmt::kind::return_, p);
@@ -313,14 +355,13 @@ private:
                 end_statement();
                 return s;
             }
-            if (w == QLatin1String("else"))
+            if (w == QLatin1String("else") || w == QLatin1String("case") ||
+                w == QLatin1String("default"))
                 fail(p, QStringLiteral("Syntax error"));
-            if (peek_char() != QLatin1Char('(')) {
-                auto s = make(stmt::kind::expression, p);
-                s->e = command();
-                end_statement();
-                return s;
-            }
+            auto s = make(stmt::kind::expression, p);
+            s->e = command_or_call();
+            end_statement();
+            return s;
         }
         auto s = make(stmt::kind::expression, p);
         s->e = expression();
@@ -335,6 +376,13 @@ private:
         if (cur_.kind == token::end || is("}"))
             return;
         fail(cur_.at, QStringLiteral("Syntax error"));
+    }
+
+    expr_ptr condition() {
+        expect("(");
+        expr_ptr e = expression();
+        expect(")");
+        return e;
     }
 
     stmt_ptr block() {
@@ -352,14 +400,38 @@ private:
     stmt_ptr if_stmt() {
         auto s = make(stmt::kind::if_, cur_.at);
         advance();
-        expect("(");
-        s->e = expression();
-        expect(")");
+        s->e = condition();
         s->then = statement();
         if (is_ident("else")) {
             advance();
             s->otherwise = statement();
         }
+        return s;
+    }
+
+    // switch (value) { case a: ... break; default: ... }: the cases are marks in one body.
+    stmt_ptr switch_stmt() {
+        auto s = make(stmt::kind::switch_, cur_.at);
+        advance();
+        s->e = condition();
+        expect("{");
+        while (!is("}")) {
+            if (cur_.kind == token::end)
+                fail(cur_.at, QStringLiteral("Syntax error: missing }"));
+            const position p = cur_.at;
+            if (is_ident("case") || is_ident("default")) {
+                const bool is_case = is_ident("case");
+                advance();
+                auto label = make(stmt::kind::case_, p);
+                if (is_case)
+                    label->e = binary(0); // not the conditional operator: its ':' ends the case
+                expect(":");
+                s->body.push_back(std::move(label));
+                continue;
+            }
+            s->body.push_back(statement());
+        }
+        advance();
         return s;
     }
 
@@ -369,22 +441,18 @@ private:
         expect("(");
         if (cur_.kind == token::variable) {
             // for ($x in $array)
-            const int save_pos = pos_, save_line = line_, save_start = line_start_;
-            const token save = cur_;
+            const mark before = save();
             advance();
             if (is_ident("in")) {
                 auto s = make(stmt::kind::for_in, p);
-                s->var = save.text;
+                s->var = before.cur.text;
                 advance();
                 s->e = expression();
                 expect(")");
                 s->then = statement();
                 return s;
             }
-            pos_ = save_pos;
-            line_ = save_line;
-            line_start_ = save_start;
-            cur_ = save;
+            restore(before);
         }
         auto s = make(stmt::kind::for_, p);
         if (!is(";"))
@@ -417,10 +485,10 @@ private:
 
     type declared_type() {
         type t;
-        if (cur_.kind != token::ident || !type_word(cur_.text, t))
+        if (cur_.kind != token::ident || !is_type_word(cur_.text, &t))
             fail(cur_.at, QStringLiteral("Syntax error"));
         advance();
-        if (is("[")) {
+        if (t != type::matrix && is("[")) {
             advance();
             expect("]");
             t = array_of(t);
@@ -439,7 +507,19 @@ private:
             d.name = cur_.text;
             d.at = cur_.at;
             advance();
-            if (accept("[")) {
+            if (s->declared == type::matrix) {
+                // A matrix has its size, always: $m[rows][columns].
+                expect("[");
+                if (is("]"))
+                    fail(cur_.at, QStringLiteral("Syntax error: a matrix needs its size"));
+                d.rows = expression();
+                expect("]");
+                expect("[");
+                if (is("]"))
+                    fail(cur_.at, QStringLiteral("Syntax error: a matrix needs its size"));
+                d.cols = expression();
+                expect("]");
+            } else if (accept("[")) {
                 if (!is("]"))
                     expression(); // a size: arrays grow anyway
                 expect("]");
@@ -458,8 +538,7 @@ private:
         auto def = std::make_shared<proc_def>();
         def->global = global;
         def->at = p;
-        type t;
-        if (cur_.kind == token::ident && type_word(cur_.text, t))
+        if (cur_.kind == token::ident && is_type_word(cur_.text) && peek_char() != QLatin1Char('('))
             def->returns = declared_type();
         if (cur_.kind != token::ident)
             fail(cur_.at, QStringLiteral("Syntax error"));
@@ -526,16 +605,67 @@ private:
         return !c.isNull() && !c.isSpace() && !QStringLiteral(";()`\"{},").contains(c);
     }
 
+    // An identifier at the head of a statement, a back-quoted text or a catch: a call in
+    // function syntax ("f(1, 2)") or a command ("setAttr ($n + \".tx\") 0"). A parenthesised
+    // group followed by more arguments makes it a command.
+    expr_ptr command_or_call() {
+        if (peek_char() == QLatin1Char('(') && call_form_ahead())
+            return expression();
+        return command();
+    }
+
+    bool call_form_ahead() {
+        const mark before = save();
+        bool call = true;
+        try {
+            advance(); // the name; now at "("
+            int depth = 0;
+            do {
+                if (cur_.kind == token::end)
+                    break;
+                if (is("("))
+                    ++depth;
+                else if (is(")"))
+                    --depth;
+                advance();
+            } while (depth > 0);
+            call = token_continues_expression();
+        } catch (const mel_error&) {
+            // Let the real parse report it where it stands.
+        }
+        restore(before);
+        return call;
+    }
+
+    // Whether the token after "name(...)" carries on an expression rather than starting the
+    // next argument of a command.
+    bool token_continues_expression() const {
+        if (cur_.kind == token::end)
+            return true;
+        if (cur_.kind != token::punct)
+            return false;
+        if (is("-") || is("+")) // "-flag", "-1" glued on are arguments; " - 1" is arithmetic
+            return at(pos_).isNull() || at(pos_).isSpace();
+        static const QStringList continuing{";", "}", ")",  ",",  "]",  "*",  "/",  "%",  "^",
+                                            "<", ">", "<=", ">=", "==", "!=", "&&", "||", "?",
+                                            ":", "=", "+=", "-=", "*=", "/=", "[",  "."};
+        if (is("`"))
+            return backquotes_ > 0;
+        return continuing.contains(cur_.text);
+    }
+
     expr_ptr command() {
         auto call = new_expr(expr::kind::call, cur_.at);
         call->name = cur_.text;
         advance();
+        bool after_flag = false;
         while (!ends_command()) {
             depth_guard guard(*this, cur_.at);
             if (is("-") && (at(pos_).isLetter())) {
                 auto flag = raw_word();
                 call->args.push_back(std::move(flag));
                 call->is_flag.append(true);
+                after_flag = true;
                 continue;
             }
             expr_ptr arg;
@@ -553,6 +683,8 @@ private:
                 arg = backquote();
             } else if (is("{")) {
                 arg = array_literal();
+            } else if (is("<<")) {
+                arg = vector_or_matrix_literal();
             } else if (is("-") && (at(pos_).isDigit() || at(pos_) == QLatin1Char('.'))) {
                 const position p = cur_.at;
                 advance();
@@ -569,11 +701,33 @@ private:
                 advance();
             } else {
                 arg = raw_word();
+                if (after_flag)
+                    boolean_word(*arg);
             }
             call->args.push_back(std::move(arg));
             call->is_flag.append(false);
+            after_flag = false;
         }
-        return call;
+        return catch_in_command_syntax(std::move(call));
+    }
+
+    // "catch `cmd`" and "catchQuiet ($x)" hold their one argument as catch(...) does.
+    expr_ptr catch_in_command_syntax(expr_ptr call) {
+        if ((call->name != QLatin1String("catch") && call->name != QLatin1String("catchQuiet")) ||
+            call->args.size() != 1 || call->is_flag.value(0))
+            return call;
+        auto e = new_expr(expr::kind::catch_call, call->at);
+        e->name = call->name;
+        e->a = std::move(call->args.front());
+        return e;
+    }
+
+    // A flag's value written as on/off, yes/no, true/false is the number it stands for.
+    static void boolean_word(expr& word) {
+        static const QStringList truthy{"true", "on", "yes"}, falsy{"false", "off", "no"};
+        const QString& w = word.literal.s;
+        if (truthy.contains(w) || falsy.contains(w))
+            word.literal = value::of_int(truthy.contains(w) ? 1 : 0);
     }
 
     expr_ptr backquote() {
@@ -581,8 +735,8 @@ private:
         expect("`");
         expr_ptr inner;
         ++backquotes_;
-        if (cur_.kind == token::ident && peek_char() != QLatin1Char('('))
-            inner = command();
+        if (cur_.kind == token::ident)
+            inner = command_or_call();
         else
             inner = expression();
         --backquotes_;
@@ -602,6 +756,30 @@ private:
                 break;
         }
         expect("}");
+        return e;
+    }
+
+    // <<x, y, z>> is a vector; rows parted by ';' or another count of values make a matrix.
+    expr_ptr vector_or_matrix_literal() {
+        auto e = new_expr(expr::kind::vector_lit, cur_.at);
+        expect("<<");
+        int in_row = 0;
+        for (;;) {
+            e->args.push_back(expression());
+            ++in_row;
+            if (accept(","))
+                continue;
+            if (accept(";")) {
+                e->row_sizes.append(in_row);
+                in_row = 0;
+                continue;
+            }
+            break;
+        }
+        e->row_sizes.append(in_row);
+        expect(">>");
+        if (e->row_sizes.size() > 1 || e->args.size() != 3)
+            e->what = expr::kind::matrix_lit;
         return e;
     }
 
@@ -645,7 +823,7 @@ private:
 
     static int precedence(const QString& op) {
         static const QVector<QStringList> levels{
-            {"||"}, {"&&"}, {"==", "!="}, {"<", ">", "<=", ">="}, {"+", "-"}, {"*", "/", "%"}};
+            {"||"}, {"&&"}, {"==", "!="}, {"<", ">", "<=", ">="}, {"+", "-"}, {"*", "/", "%", "^"}};
         for (int i = 0; i < levels.size(); ++i) {
             if (levels[i].contains(op))
                 return i;
@@ -686,7 +864,33 @@ private:
             e->a = postfix();
             return e;
         }
+        if (is("(")) {
+            type t;
+            if (cast_ahead(&t)) {
+                auto e = new_expr(expr::kind::cast, cur_.at);
+                e->declared = t;
+                advance(); // "("
+                advance(); // the type
+                advance(); // ")"
+                depth_guard guard(*this, e->at);
+                e->a = unary();
+                return e;
+            }
+        }
         return postfix();
+    }
+
+    // "(int)", "(float)", "(string)", "(vector)" ahead.
+    bool cast_ahead(type* t) {
+        const mark before = save();
+        advance();
+        bool cast = cur_.kind == token::ident && is_type_word(cur_.text, t) && *t != type::matrix;
+        if (cast) {
+            advance();
+            cast = is(")");
+        }
+        restore(before);
+        return cast;
     }
 
     expr_ptr postfix() {
@@ -706,10 +910,25 @@ private:
                 advance();
                 inc->a = std::move(e);
                 e = std::move(inc);
+            } else if (is(".") && component_ahead()) {
+                auto part = new_expr(expr::kind::component, cur_.at);
+                advance();
+                part->name = cur_.text;
+                advance();
+                part->a = std::move(e);
+                e = std::move(part);
             } else {
                 return e;
             }
         }
+    }
+
+    // ".x", ".y" or ".z", glued to what comes before.
+    bool component_ahead() const {
+        const int start = cur_.start + 1;
+        return (at(start) == QLatin1Char('x') || at(start) == QLatin1Char('y') ||
+                at(start) == QLatin1Char('z')) &&
+               !is_word_char(at(start + 1));
     }
 
     expr_ptr primary() {
@@ -742,6 +961,8 @@ private:
                 return backquote();
             if (is("{"))
                 return array_literal();
+            if (is("<<"))
+                return vector_or_matrix_literal();
             break;
         case token::end:
             break;
@@ -763,12 +984,21 @@ private:
             fail(p, QStringLiteral("Syntax error"));
         }
         advance();
+        type cast_type;
+        if (is_type_word(name, &cast_type) && cast_type != type::matrix) {
+            // int($x), string($i): a cast in function form.
+            auto e = new_expr(expr::kind::cast, p);
+            e->declared = cast_type;
+            e->a = expression();
+            expect(")");
+            return e;
+        }
         const bool is_catch = name == QLatin1String("catch") || name == QLatin1String("catchQuiet");
         auto e = new_expr(is_catch ? expr::kind::catch_call : expr::kind::call, p);
         e->name = name;
         if (is_catch) {
-            if (cur_.kind == token::ident && peek_char() != QLatin1Char('('))
-                e->a = command();
+            if (cur_.kind == token::ident)
+                e->a = command_or_call();
             else
                 e->a = expression();
             expect(")");

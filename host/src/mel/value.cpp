@@ -12,6 +12,8 @@ int value::array_size() const {
         return fa.size();
     case type::string_array:
         return sa.size();
+    case type::vector_array:
+        return va.size();
     default:
         return 0;
     }
@@ -27,12 +29,18 @@ QString type_name(type t) {
         return QStringLiteral("float");
     case type::string:
         return QStringLiteral("string");
+    case type::vector:
+        return QStringLiteral("vector");
+    case type::matrix:
+        return QStringLiteral("matrix");
     case type::int_array:
         return QStringLiteral("int[]");
     case type::float_array:
         return QStringLiteral("float[]");
     case type::string_array:
         return QStringLiteral("string[]");
+    case type::vector_array:
+        return QStringLiteral("vector[]");
     }
     return QString();
 }
@@ -45,6 +53,8 @@ type element_type(type t) {
         return type::float_;
     case type::string_array:
         return type::string;
+    case type::vector_array:
+        return type::vector;
     default:
         return t;
     }
@@ -58,20 +68,108 @@ type array_of(type t) {
         return type::float_array;
     case type::string:
         return type::string_array;
+    case type::vector:
+        return type::vector_array;
     default:
         return t;
     }
 }
 
-QString format_float(double f) {
-    if (std::isfinite(f) && f == std::floor(f) && std::fabs(f) < 1e15)
-        return QString::number(qint64(f));
-    QString text = QString::number(f, 'f', 6);
-    while (text.endsWith(QLatin1Char('0')))
-        text.chop(1);
-    if (text.endsWith(QLatin1Char('.')))
-        text.chop(1);
+double dot_product(const vec3& a, const vec3& b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+
+vec3 cross_product(const vec3& a, const vec3& b) {
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+double magnitude(const vec3& v) {
+    return std::sqrt(dot_product(v, v));
+}
+
+namespace {
+
+QString format_significant(double f, int digits) {
+    const QString text = QString::number(f, 'g', digits);
     return text == QLatin1String("-0") ? QStringLiteral("0") : text;
+}
+
+// MEL reads the leading number of a string and ignores the rest.
+double leading_number(const QString& s, int* consumed = nullptr) {
+    int end = 0;
+    const int n = s.size();
+    while (end < n && s[end].isSpace())
+        ++end;
+    const int start = end;
+    if (end < n && (s[end] == QLatin1Char('-') || s[end] == QLatin1Char('+')))
+        ++end;
+    while (end < n && (s[end].isDigit() || s[end] == QLatin1Char('.') ||
+                       s[end] == QLatin1Char('e') || s[end] == QLatin1Char('E') ||
+                       ((s[end] == QLatin1Char('-') || s[end] == QLatin1Char('+')) &&
+                        (s[end - 1] == QLatin1Char('e') || s[end - 1] == QLatin1Char('E')))))
+        ++end;
+    for (int e = end; e > start; --e) {
+        bool ok = false;
+        const double d = s.mid(start, e - start).toDouble(&ok);
+        if (ok) {
+            if (consumed)
+                *consumed = e;
+            return d;
+        }
+    }
+    if (consumed)
+        *consumed = 0;
+    return 0;
+}
+
+int clamp_to_int(double d) {
+    return std::isfinite(d) ? int(qBound(-2147483648.0, d, 2147483647.0)) : 0;
+}
+
+// "<<1, 2, 3>>" or "1 2 3": up to three numbers, the missing ones 0.
+vec3 parse_vector(const QString& text) {
+    double parts[3] = {0, 0, 0};
+    QString rest = text;
+    for (double& part : parts) {
+        int k = 0;
+        while (k < rest.size() &&
+               (rest[k].isSpace() || rest[k] == QLatin1Char('<') || rest[k] == QLatin1Char(',')))
+            ++k;
+        rest = rest.mid(k);
+        int used = 0;
+        part = leading_number(rest, &used);
+        if (used == 0)
+            break;
+        rest = rest.mid(used);
+    }
+    return {parts[0], parts[1], parts[2]};
+}
+
+QString vector_text(const vec3& v, QString (*number)(double), const char* separator) {
+    return number(v.x) + QLatin1String(separator) + number(v.y) + QLatin1String(separator) +
+           number(v.z);
+}
+
+QString matrix_text(const value& m, QString (*number)(double)) {
+    QString out = QStringLiteral("<<");
+    for (int r = 0; r < m.rows; ++r) {
+        for (int c = 0; c < m.cols; ++c)
+            out +=
+                number(m.fa[r * m.cols + c]) + (c + 1 < m.cols ? QStringLiteral(", ") : QString());
+        if (r + 1 < m.rows)
+            out += QStringLiteral("; ");
+    }
+    return out + QStringLiteral(">>");
+}
+
+} // namespace
+
+QString format_float(double f) {
+    return format_significant(f, 10);
+}
+
+QString format_result_float(double f) {
+    return format_significant(f, 6);
 }
 
 QString to_string(const value& v) {
@@ -82,46 +180,25 @@ QString to_string(const value& v) {
         return format_float(v.f);
     case type::string:
         return v.s;
+    case type::vector:
+        return vector_text(v.v, format_float, " ");
+    case type::matrix:
+        return matrix_text(v, format_float);
     default:
         return QString();
     }
 }
-
-namespace {
-
-// MEL reads the leading number of a string and ignores the rest.
-double leading_number(const QString& s) {
-    int end = 0;
-    const int n = s.size();
-    while (end < n && s[end].isSpace())
-        ++end;
-    const int start = end;
-    if (end < n && (s[end] == QLatin1Char('-') || s[end] == QLatin1Char('+')))
-        ++end;
-    while (end < n && (s[end].isDigit() || s[end] == QLatin1Char('.') ||
-                       s[end] == QLatin1Char('e') || s[end] == QLatin1Char('E')))
-        ++end;
-    for (int e = end; e > start; --e) {
-        bool ok = false;
-        const double d = s.mid(start, e - start).toDouble(&ok);
-        if (ok)
-            return d;
-    }
-    return 0;
-}
-
-} // namespace
 
 int to_int(const value& v) {
     switch (v.kind) {
     case type::int_:
         return v.i;
     case type::float_:
-        return std::isfinite(v.f) ? int(qBound(-2147483648.0, v.f, 2147483647.0)) : 0;
-    case type::string: {
-        const double d = leading_number(v.s);
-        return int(qBound(-2147483648.0, d, 2147483647.0));
-    }
+        return clamp_to_int(v.f);
+    case type::string:
+        return clamp_to_int(leading_number(v.s));
+    case type::vector:
+        return clamp_to_int(magnitude(v.v));
     default:
         return 0;
     }
@@ -135,9 +212,30 @@ double to_float(const value& v) {
         return v.f;
     case type::string:
         return leading_number(v.s);
+    case type::vector:
+        return magnitude(v.v);
     default:
         return 0;
     }
+}
+
+vec3 to_vector(const value& v) {
+    switch (v.kind) {
+    case type::vector:
+        return v.v;
+    case type::string:
+        return parse_vector(v.s);
+    case type::int_:
+    case type::float_: {
+        const double d = to_float(v);
+        return {d, d, d};
+    }
+    default:
+        break;
+    }
+    if (v.is_array() && v.kind != type::vector_array)
+        return {to_float(element_at(v, 0)), to_float(element_at(v, 1)), to_float(element_at(v, 2))};
+    return {};
 }
 
 bool to_bool(const value& v) {
@@ -146,6 +244,8 @@ bool to_bool(const value& v) {
         return !v.s.isEmpty();
     case type::float_:
         return v.f != 0;
+    case type::vector:
+        return !(v.v == vec3{});
     default:
         return v.is_array() ? v.array_size() > 0 : v.i != 0;
     }
@@ -167,10 +267,43 @@ QStringList to_strings(const value& v) {
             out << format_float(x);
         return out;
     }
+    case type::vector_array: {
+        QStringList out;
+        for (const vec3& x : v.va)
+            out << vector_text(x, format_float, " ");
+        return out;
+    }
     case type::none:
         return {};
     default:
         return {to_string(v)};
+    }
+}
+
+QString result_text(const value& v) {
+    switch (v.kind) {
+    case type::float_:
+        return format_result_float(v.f);
+    case type::vector:
+        return QStringLiteral("<<") + vector_text(v.v, format_result_float, ", ") +
+               QStringLiteral(">>");
+    case type::matrix:
+        return matrix_text(v, format_result_float);
+    case type::float_array: {
+        QStringList out;
+        for (double x : v.fa)
+            out << format_result_float(x);
+        return out.join(QLatin1Char(' '));
+    }
+    case type::vector_array: {
+        QStringList out;
+        for (const vec3& x : v.va)
+            out << QStringLiteral("<<") + vector_text(x, format_result_float, ", ") +
+                       QStringLiteral(">>");
+        return out.join(QLatin1Char(' '));
+    }
+    default:
+        return to_strings(v).join(QLatin1Char(' '));
     }
 }
 
@@ -179,7 +312,23 @@ bool convert(const value& v, type t, value& out) {
         out = v;
         return true;
     }
-    if (value::is_array_type(t) != v.is_array() || v.kind == type::none)
+    if (v.kind == type::none || v.kind == type::matrix || t == type::matrix)
+        return false;
+    if (t == type::vector) {
+        // A float array (what `xform -q -t` gives) fills a vector from its first three.
+        if (v.kind == type::vector_array)
+            return false;
+        out = value::of_vector(to_vector(v));
+        return true;
+    }
+    if (v.kind == type::vector && value::is_array_type(t) && t != type::vector_array) {
+        out = value::empty_of(t);
+        set_element(out, 0, value::of_float(v.v.x));
+        set_element(out, 1, value::of_float(v.v.y));
+        set_element(out, 2, value::of_float(v.v.z));
+        return true;
+    }
+    if (value::is_array_type(t) != v.is_array())
         return false;
     out = value::empty_of(t);
     switch (t) {
@@ -209,6 +358,8 @@ value element_at(const value& array, int index) {
     case type::string_array:
         return value::of_string(index >= 0 && index < array.sa.size() ? array.sa[index]
                                                                       : QString());
+    case type::vector_array:
+        return value::of_vector(index >= 0 && index < array.va.size() ? array.va[index] : vec3{});
     default:
         return value();
     }
@@ -233,6 +384,11 @@ bool set_element(value& array, int index, const value& element) {
         while (array.sa.size() <= index)
             array.sa.append(QString());
         array.sa[index] = to_string(element);
+        return true;
+    case type::vector_array:
+        if (index >= array.va.size())
+            array.va.resize(index + 1);
+        array.va[index] = to_vector(element);
         return true;
     default:
         return false;

@@ -72,6 +72,19 @@ bool array_of(PyObject* sequence, value& out) {
     return true;
 }
 
+PyObject* floats_of(const QVector<double>& values) {
+    owned list(PyList_New(values.size()));
+    if (!list)
+        return nullptr;
+    for (int k = 0; k < values.size(); ++k) {
+        PyObject* item = PyFloat_FromDouble(values[k]);
+        if (!item)
+            return nullptr;
+        PyList_SET_ITEM(list.get(), k, item);
+    }
+    return list.release();
+}
+
 PyObject* list_of(const value& v) {
     const int n = v.array_size();
     owned list(PyList_New(n));
@@ -113,6 +126,17 @@ PyObject* to_python(const value& v) {
     case type::float_array:
     case type::string_array:
         return list_of(v);
+    case type::vector:
+        return floats_of({v.v.x, v.v.y, v.v.z});
+    case type::matrix:
+        return floats_of(v.fa);
+    case type::vector_array: {
+        // As Maya hands a vector array to Python: the components one after another.
+        QVector<double> flat;
+        for (const mel::vec3& x : v.va)
+            flat << x.x << x.y << x.z;
+        return floats_of(flat);
+    }
     }
     Py_RETURN_NONE;
 }

@@ -146,7 +146,7 @@ PyObject* mel_eval(PyObject*, PyObject* args) {
         return nullptr;
     mel::value last;
     QString error;
-    if (!engine().run_program(text_of(text), last, &error))
+    if (!engine().evaluate_text(text_of(text), last, &error))
         return raise_mel_error(QStringLiteral("Error occurred during execution of MEL script\n") +
                                error);
     return to_python(last);
