@@ -116,7 +116,7 @@ void picker_view::context_press(QMouseEvent* event) {
     add_many_action->setEnabled(true);
     // The menu spins an event loop, in which the host may run a new scene and take the tab.
     const QPointer<picker_view> alive(this);
-    context_menu->exec(event->globalPos(), add_one_action);
+    context_menu->exec(mapToGlobal(event->pos()), add_one_action);
     if (!alive)
         return;
     // Backspace deletes whatever the menu left.
