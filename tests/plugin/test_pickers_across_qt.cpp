@@ -31,11 +31,15 @@ class test_pickers_across_qt : public QObject {
             .value(0);
     }
 
-    // A copy to work on, since saving writes where the file came from.
-    QString copy_of(const QString& committed, const QString& suffix) {
-        const QString copy = dir.filePath(QString::fromLatin1(QTest::currentDataTag()) + suffix);
+    // Opens a copy by `command`, since saving writes where a file came from; its path.
+    QString open_copy(const QString& committed, const QString& command) {
+        const QString copy = dir.filePath(QString::fromLatin1(QTest::currentDataTag()) + '_' +
+                                          QFileInfo(committed).fileName());
         QFile::remove(copy);
-        return QFile::copy(committed, copy) ? copy : QString();
+        if (!QFile::copy(committed, copy))
+            return {};
+        f.mel(command + mel_string(copy) + ';');
+        return copy;
     }
 
     static void compare_tab(const test_tab& read, const picker_tab_source& source) {
@@ -84,9 +88,8 @@ private slots:
     void a_pkr_file_reads_the_same_and_saves_to_the_same_bytes() {
         QFETCH(QString, written_by);
         const QString committed = written_by + "/picker.pkr";
-        const QString copy = copy_of(committed, ".pkr");
+        const QString copy = open_copy(committed, "ZelvaniPicker open ");
         QVERIFY(!copy.isEmpty());
-        f.mel("ZelvaniPicker open " + mel_string(copy) + ";");
         QCOMPARE(f.mel("ZelvaniPicker query_tabs;"), QString("Untitled Body"));
         compare_tab(tab(1), picker_sources()[0]);
         if (QTest::currentTestFailed())
@@ -100,9 +103,7 @@ private slots:
     void a_scene_reads_the_same_and_stores_the_same_bytes() {
         QFETCH(QString, written_by);
         const QString committed = written_by + "/scene.ma";
-        const QString copy = copy_of(committed, ".ma");
-        QVERIFY(!copy.isEmpty());
-        f.mel("file -f -open " + mel_string(copy) + ";");
+        QVERIFY(!open_copy(committed, "file -f -open ").isEmpty());
         QCOMPARE(f.mel("ZelvaniPicker query_tabs;"), QString("Untitled Body Face"));
         QCOMPARE(tab(0).buttons.size(), 0);
         compare_tab(tab(1), picker_sources()[0]);
@@ -118,7 +119,7 @@ private slots:
         QCOMPARE(stream_of(f.mel("ZelvaniPicker get_picker_data;")),
                  stream_of(entries.value("ZelvaniPickerData")));
         // Reading the scene stored each tab's picture again, now by this build.
-        const QString again = dir.filePath(QString::fromLatin1(QTest::currentDataTag()) + "2.ma");
+        const QString again = dir.filePath(QString::fromLatin1(QTest::currentDataTag()) + ".ma");
         f.mel("file -rename " + mel_string(again) + "; file -save;");
         QCOMPARE(scene_picker_entries(again), entries);
     }
