@@ -1,6 +1,7 @@
 // The right button's menu and the actions behind it. The same actions carry the view's
 // keys, which work while the view has focus or come through the window.
 #include "canvas/action_keys.h"
+#include "canvas/event_position.h"
 #include "canvas/picker_view.h"
 #include "document/selected_objects.h"
 #include "window/picker_window.h"
@@ -116,7 +117,7 @@ void picker_view::context_press(QMouseEvent* event) {
     add_many_action->setEnabled(true);
     // The menu spins an event loop, in which the host may run a new scene and take the tab.
     const QPointer<picker_view> alive(this);
-    context_menu->exec(mapToGlobal(event->pos()), add_one_action);
+    context_menu->exec(screen_position(event), add_one_action);
     if (!alive)
         return;
     // Backspace deletes whatever the menu left.
