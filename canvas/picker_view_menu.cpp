@@ -1,6 +1,7 @@
 // The right button's menu and the actions behind it. The same actions carry the view's
 // keys, which work while the view has focus or come through the window.
 #include "canvas/action_keys.h"
+#include "canvas/event_position.h"
 #include "canvas/picker_view.h"
 #include "document/selected_objects.h"
 #include "window/event_loops.h"
@@ -117,7 +118,7 @@ void picker_view::context_press(QMouseEvent* event) {
     {
         // The menu spins an event loop, in which the host may run a new scene and take the tab.
         const loop_scope scope;
-        context_menu->exec(event->globalPos(), add_one_action);
+        context_menu->exec(screen_position(event), add_one_action);
     }
     if (!in_window())
         return;

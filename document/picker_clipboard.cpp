@@ -4,6 +4,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QIODevice>
 #include <QMimeData>
 
 void write_clipboard(const QList<picker_button_data>& records) {

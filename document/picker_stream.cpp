@@ -1,5 +1,7 @@
 #include "document/picker_stream.h"
 
+#include <QIODevice>
+
 bool stream_exhausted(const QDataStream& in) {
     return in.status() != QDataStream::Ok || !in.device() || in.device()->atEnd();
 }

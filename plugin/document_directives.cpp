@@ -8,6 +8,7 @@
 
 #include <QByteArray>
 #include <QDataStream>
+#include <QIODevice>
 #include <QTabWidget>
 #include <maya/MGlobal.h>
 

@@ -80,13 +80,16 @@ main_window::~main_window() {
 
 void main_window::build_menus() {
     QMenu* file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&New Scene"), this, &main_window::new_scene, QKeySequence::New);
-    file->addAction(tr("&Open Scene..."), this, &main_window::open_scene, QKeySequence::Open);
-    file->addAction(tr("&Save Scene"), this, &main_window::save_scene, QKeySequence::Save);
-    file->addAction(tr("Save Scene &As..."), this, &main_window::save_scene_as,
-                    QKeySequence::SaveAs);
+    file->addAction(tr("&New Scene"), this, &main_window::new_scene)
+        ->setShortcut(QKeySequence::New);
+    file->addAction(tr("&Open Scene..."), this, &main_window::open_scene)
+        ->setShortcut(QKeySequence::Open);
+    file->addAction(tr("&Save Scene"), this, &main_window::save_scene)
+        ->setShortcut(QKeySequence::Save);
+    file->addAction(tr("Save Scene &As..."), this, &main_window::save_scene_as)
+        ->setShortcut(QKeySequence::SaveAs);
     file->addSeparator();
-    file->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+    file->addAction(tr("&Quit"), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
 
     auto* picker = new QAction(picker_icon(), tr("Picker"), this);
     picker->setObjectName(QStringLiteral("open_picker"));

@@ -18,6 +18,15 @@ class QTabWidget;
 class QVBoxLayout;
 class picker_view;
 
+// The event of the pointer coming over a widget: Qt 6 hands QWidget::enterEvent a class of
+// its own.
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+class QEnterEvent;
+using pointer_enter_event = QEnterEvent;
+#else
+using pointer_enter_event = QEvent;
+#endif
+
 // The window's parent (the dock), kept for dialogs that outlive a call.
 extern QPointer<QWidget> picker_window_parent;
 
@@ -164,7 +173,7 @@ private:
 protected:
     // The window's keys first, then the current view's; only while the pointer is over it.
     void keyPressEvent(QKeyEvent* event) override;
-    void enterEvent(QEvent* event) override;
+    void enterEvent(pointer_enter_event* event) override;
     void leaveEvent(QEvent* event) override;
 
 private:

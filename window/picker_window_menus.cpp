@@ -245,7 +245,7 @@ void picker_window::keyPressEvent(QKeyEvent* event) {
 }
 
 // Focus follows the mouse, so the window's keys act only while the pointer is over it.
-void picker_window::enterEvent(QEvent* event) {
+void picker_window::enterEvent(pointer_enter_event* event) {
     QWidget::enterEvent(event);
     setFocus();
 }

@@ -95,8 +95,8 @@ private slots:
         QCOMPARE(view->buttons.size(), 5);
         QCOMPARE(view->buttons[0]->targets, QStringList{"a"}); // reverse order of selection
         QCOMPARE(view->buttons[1]->position, QPoint(31, 50));
-        QMouseEvent move(QEvent::MouseMove, QPointF(120, 50), Qt::NoButton, Qt::LeftButton,
-                         Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, QPointF(120, 50), view->mapToGlobal(QPoint(120, 50)),
+                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(view, &move);
         QCOMPARE(view->buttons[1]->position, QPoint(40, 50)); // 100 / 5 = 20 apart
         QTest::mouseRelease(view, Qt::LeftButton, {}, QPoint(40, 50));
