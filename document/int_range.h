@@ -21,8 +21,8 @@ template <typename Real> int truncate_to_int(Real value) {
 }
 
 inline int clamp_to_int(qint64 value) {
-    return int(
-        qBound<qint64>(std::numeric_limits<int>::min(), value, std::numeric_limits<int>::max()));
+    return int(qBound(qint64(std::numeric_limits<int>::min()), value,
+                      qint64(std::numeric_limits<int>::max())));
 }
 
 // A rectangle of `size` whose centre is `centre`, with the edges QRect::moveCenter gives it;
