@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build, the sandbox and the tests need, when missing.
 set -euo pipefail
-packages=(build-essential cmake qtbase5-dev qtbase5-dev-tools xvfb xauth fonts-wine)
+packages=(build-essential cmake qtbase5-dev qtbase5-dev-tools zlib1g-dev xvfb xauth fonts-wine)
 missing=()
 for p in "${packages[@]}"; do
     dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
