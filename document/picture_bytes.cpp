@@ -1,10 +1,10 @@
 #include "document/picture_bytes.h"
 
 #include <QImage>
-#include <QMutex>
 #include <QRunnable>
 #include <QThreadPool>
-#include <QWaitCondition>
+#include <condition_variable>
+#include <mutex>
 
 namespace {
 
@@ -26,8 +26,8 @@ template <typename Picture> QByteArray encode(const Picture& picture) {
 // them moves it to `dropped`.
 struct picture_encode_job {
     enum state_t { queued, running, done, dropped };
-    QMutex mutex;
-    QWaitCondition finished;
+    std::mutex mutex; // the standard one, which thread sanitizers see
+    std::condition_variable finished;
     state_t state = queued;
     // A deep copy: the worker shares no image data with the pixmap, so that nothing of
     // the pixmap is touched off its thread.
@@ -44,19 +44,19 @@ public:
 
     void run() override {
         {
-            QMutexLocker lock(&job_->mutex);
+            std::lock_guard<std::mutex> lock(job_->mutex);
             if (job_->state != picture_encode_job::queued)
                 return;
             job_->state = picture_encode_job::running;
         }
         QByteArray bytes = encode(job_->image);
         deflated_part part = deflate_part(bytes.constData(), bytes.size(), picture_level);
-        QMutexLocker lock(&job_->mutex);
+        std::lock_guard<std::mutex> lock(job_->mutex);
         job_->bytes = std::move(bytes);
         job_->part = std::move(part);
         job_->image = QImage();
         job_->state = picture_encode_job::done;
-        job_->finished.wakeAll();
+        job_->finished.notify_all();
     }
 
 private:
@@ -74,7 +74,7 @@ picture_bytes::~picture_bytes() {
 void picture_bytes::drop_job() {
     if (!job_)
         return;
-    QMutexLocker lock(&job_->mutex);
+    std::unique_lock<std::mutex> lock(job_->mutex);
     if (job_->state == picture_encode_job::queued)
         job_->state = picture_encode_job::dropped;
     lock.unlock();
@@ -104,11 +104,10 @@ void picture_bytes::take(const QPixmap& pixmap) {
 }
 
 bool picture_bytes::collect_job() {
-    QMutexLocker lock(&job_->mutex);
+    std::unique_lock<std::mutex> lock(job_->mutex);
     if (job_->state == picture_encode_job::queued)
         return false; // cheaper to encode here than to wait for a worker
-    while (job_->state != picture_encode_job::done)
-        job_->finished.wait(&job_->mutex);
+    job_->finished.wait(lock, [this] { return job_->state == picture_encode_job::done; });
     bytes_ = job_->bytes;
     part_ = std::make_unique<deflated_part>(std::move(job_->part));
     lock.unlock();
