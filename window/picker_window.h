@@ -94,6 +94,9 @@ public:
     void remove_background_image(picker_view* view);
     void request_background_image(picker_view* view);
     void set_background_for_key(const QString& id, const QPixmap& pixmap);
+    // The scene stream deflated in parts, for join_deflated_parts; what it deflates is
+    // kept for the next call.
+    QVector<const deflated_part*> scene_data_parts();
 
     // --- selection ---
     void apply_selection(const QStringList& names);
@@ -179,8 +182,6 @@ private:
     // All tabs with their pictures left out, for the compressor.
     void write_all_tabs(QDataStream& out, scene_pieces* pieces) const;
     scene_compressor scene_parts;
-    // The scene stream deflated in parts; what it deflates is kept for the next call.
-    QVector<const deflated_part*> scene_data_parts();
     void set_add_actions_enabled(bool enabled);
     void make_menus();
     QAction* menu_action(QMenu* menu, const QString& text, const QString& keys, const char* slot,
