@@ -1,6 +1,7 @@
 // Edits on a picker drawn over pictures: 3 tabs of 300 buttons, each tab over a 1920 x 1080
 // picture, against the same picker without pictures. Each edit is timed as the user waits
 // for it: the edit, the scene write and the idle MEL that the host runs.
+#include "bench_plugin.h"
 #include "bench_timing.h"
 #include "core/session.h"
 #include "picker_data.h"
@@ -149,17 +150,10 @@ edits run_picker(const QString& scene_path, bool pictures) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    headless_unless_asked();
     QApplication app(argc, argv);
-    host::session& host = host::session::get();
-    QString error;
-    if (!host.load_plugin(QStringLiteral(ZELVANI_PLUGIN_PATH), &error)) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
+    if (!load_picker_plugin(QStringLiteral("namespace -add \"hero\"; ZelvaniPicker;")))
         return 1;
-    }
-    host.execute(QStringLiteral("namespace -add \"hero\"; ZelvaniPicker;"));
-    host.run_idle();
     QTemporaryDir dir;
 
     QByteArray png;

@@ -229,6 +229,22 @@ private slots:
         check_scene_data();
     }
 
+    void a_large_tab_edited_here_and_there() {
+        // Text of several chunks, each deflated primed with the one before it.
+        add_buttons(view(0), 3000);
+        const QPixmap front = picture(Qt::darkGreen);
+        view(0)->set_background_image(key_of(front), front);
+        check_scene_data();
+        for (int i : {1500, 0, 2999}) {
+            view(0)->set_button_position(view(0)->buttons[i], QPoint(-7, i));
+            check_scene_data();
+        }
+        view(0)->set_button_label(view(0)->buttons[700], "a longer label shifts the rest");
+        check_scene_data();
+        view(0)->remove_button_record(10);
+        check_scene_data();
+    }
+
     void damaged_and_hostile_pictures_data() {
         QTest::addColumn<int>("cut");
         QTest::addColumn<QString>("id");
