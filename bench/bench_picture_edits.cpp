@@ -112,21 +112,10 @@ edits run_picker(const QString& scene_path, bool pictures) {
     host.save_scene(scene_path);
 
     edits e;
-    QElapsedTimer clock;
-    clock.start();
-    host.open_scene(scene_path);
-    host.run_idle();
-    e.open_ms = clock.nsecsElapsed() / 1e6;
-
-    QDockWidget* dock =
-        MQtUtil::mainWindow()->findChild<QDockWidget*>(QStringLiteral("ZelvaniPicker"));
-    QWidget* view = dock->findChild<QTabWidget*>()->currentWidget();
-    host.select({node(0, 5)}, host::selection::adjust::replace);
-    host.run_idle();
-
+    QWidget* view = nullptr;
+    int step = 0;
     // A nudge through the view's own slot: an undo command on its stack, then the
     // scene write its changed() triggers.
-    int step = 0;
     const auto nudge = [&] {
         QMetaObject::invokeMethod(view, ++step % 2 ? "nudge_right" : "nudge_left");
         host.run_idle();
@@ -135,9 +124,24 @@ edits run_picker(const QString& scene_path, bool pictures) {
         host.execute(QStringLiteral("ZelvaniPicker move_button label c5 %1 40;").arg(++step % 7));
         host.run_idle();
     };
-    clock.restart();
-    nudge();
-    e.first_nudge_ms = clock.nsecsElapsed() / 1e6;
+    // The scene opened as a user opens it, five times: the best opening, and the best
+    // first nudge after it.
+    e.open_ms = e.first_nudge_ms = 1e300;
+    for (int run = 0; run < 5; ++run) {
+        QElapsedTimer clock;
+        clock.start();
+        host.open_scene(scene_path);
+        host.run_idle();
+        e.open_ms = std::min(e.open_ms, clock.nsecsElapsed() / 1e6);
+        QDockWidget* dock =
+            MQtUtil::mainWindow()->findChild<QDockWidget*>(QStringLiteral("ZelvaniPicker"));
+        view = dock->findChild<QTabWidget*>()->currentWidget();
+        host.select({node(0, 5)}, host::selection::adjust::replace);
+        host.run_idle();
+        clock.restart();
+        nudge();
+        e.first_nudge_ms = std::min(e.first_nudge_ms, clock.nsecsElapsed() / 1e6);
+    }
     e.heap_after_1 = heap_mb();
     e.nudge_ms = best_ms(nudge, 9);
     e.move_ms = best_ms(move, 9);
@@ -173,8 +177,8 @@ int main(int argc, char** argv) {
     };
     row("nudge of one button (best of 9)", pictured.nudge_ms, plain.nudge_ms);
     row("move_button directive (best of 9)", pictured.move_ms, plain.move_ms);
-    row("first nudge after opening the scene", pictured.first_nudge_ms, plain.first_nudge_ms);
-    row("opening the scene", pictured.open_ms, plain.open_ms);
+    row("first nudge after opening (best of 5)", pictured.first_nudge_ms, plain.first_nudge_ms);
+    row("opening the scene (best of 5)", pictured.open_ms, plain.open_ms);
     std::printf("first nudge against the best nudge: %.2fx\n",
                 pictured.first_nudge_ms / pictured.nudge_ms);
     std::printf("heap after 1 edit %.1f MB, after 100 edits %.1f MB: growth %+.1f MB\n",

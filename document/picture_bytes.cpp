@@ -84,12 +84,15 @@ void picture_bytes::drop_job() {
 void picture_bytes::prepare(const QPixmap& pixmap, QThreadPool* pool) {
     if (!pool || pixmap.isNull() || pixmap.cacheKey() == key_)
         return;
+    auto job = std::make_shared<picture_encode_job>();
+    job->image = pixmap.toImage().copy();
+    if (job->image.isNull())
+        return; // no memory for the copy: encoded here when wanted
     drop_job();
     key_ = pixmap.cacheKey();
     bytes_.clear();
     part_.reset();
-    job_ = std::make_shared<picture_encode_job>();
-    job_->image = pixmap.toImage().copy();
+    job_ = std::move(job);
     pool->start(new encode_task(job_));
 }
 

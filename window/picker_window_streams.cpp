@@ -98,10 +98,10 @@ void picker_window::read_tabs(QDataStream& in, bool clear) {
     // same lines in the same order.
     for (picker_view* view : pictured)
         store_background_image(view);
-    // The first edit after opening then deflates only what it changed.
-    scene_data_parts();
     if (clear && current >= 0 && current < count && current < tabs->count())
         tabs->setCurrentIndex(current);
+    // The first edit after opening then deflates only what it changed.
+    scene_data_parts();
 }
 
 bool picker_window::save_file(picker_view* view, const QString& path) {
