@@ -16,8 +16,10 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <cstdio>
-#include <malloc.h>
 #include <maya/MQtUtil.h>
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
 
 namespace {
 
@@ -83,10 +85,14 @@ QString picker_scene_data(bool pictures) {
     return scene_data(tabs);
 }
 
-// Bytes the process holds on the heap now.
+// Bytes the process holds on the heap now; 0 where the C library does not say.
 double heap_mb() {
+#if defined(__GLIBC__)
     const struct mallinfo2 info = mallinfo2();
     return double(info.uordblks + info.hblkhd) / (1024 * 1024);
+#else
+    return 0;
+#endif
 }
 
 struct edits {
