@@ -120,8 +120,8 @@ private slots:
         f.start();
         f.mel("ZelvaniPicker;");
         for (int i = 0; i < 4; ++i)
-            f.host.execute(QString("ZelvaniPicker new_tab; ZelvaniPicker set_background \"%1\";")
-                               .arg(path));
+            f.host.execute(
+                QString("ZelvaniPicker new_tab; ZelvaniPicker set_background \"%1\";").arg(path));
         QVERIFY(f.host.unload_plugin(QStringLiteral("ZelvaniPicker")));
         QThread::msleep(200);
         QVERIFY(f.errors().isEmpty());
