@@ -1,5 +1,6 @@
 // Building a picker by script, with and without batch mode, and dragging 1,000 selected
 // buttons, each beside the simplest way to do the same work in the same run.
+#include "bench_plugin.h"
 #include "bench_timing.h"
 #include "canvas/picker_view.h"
 #include "canvas/select_button_cmd.h"
@@ -84,18 +85,12 @@ void bench_drag(int count) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    headless_unless_asked();
     QApplication app(argc, argv);
-    host::session& host = host::session::get();
-    QString error;
-    if (!host.load_plugin(QStringLiteral(ZELVANI_PLUGIN_PATH), &error)) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
+    if (!load_picker_plugin(QStringLiteral(
+            "createNode transform -n \"hero:arm\"; select hero:arm; ZelvaniPicker;")))
         return 1;
-    }
-    host.execute(
-        QStringLiteral("createNode transform -n \"hero:arm\"; select hero:arm; ZelvaniPicker;"));
-    host.run_idle();
+    host::session& host = host::session::get();
     std::printf("Editing (best of several runs)\n");
     bench_directives(1000);
     host.reset();

@@ -79,41 +79,69 @@ void bench_size(picker_window& window, int count, const QString& dir) {
     picker_view* view = window.current_view();
     fill(view, count);
 
-    // Writing the scene data: stream, compress, encode, queue.
+    // Writing the scene data after an edit: stream, compress what changed, encode, queue.
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
     window.write_all_tabs(out);
+    int step = 0;
     const double write = best_ms([&] {
+        picker_button* moved = view->buttons[(step++ * 7919) % count];
+        view->set_button_position(moved, moved->position + QPoint(1, 0));
         window.updateSceneData();
         host.idle.clear();
     });
     const double compress = best_ms([&] { qCompress(bytes, 9); });
-    print_row("updateSceneData vs qCompress", count, write, compress);
+    print_row("edit + updateSceneData vs qCompress", count, write, compress);
 
-    // Opening the tab as a .pkr file.
-    const QString path = dir + QStringLiteral("/bench.pkr");
-    window.save_file(view, path);
-    QFile file(path);
+    // Opening the tab as a .pkr file, a different one each time: each differs from the
+    // others and from the open tab in every record, so nothing of its data was deflated
+    // before.
+    QStringList paths, texts;
+    for (int k = 0; k < 5; ++k) {
+        for (picker_button* b : qAsConst(view->buttons))
+            view->set_button_position(b, b->position + QPoint(0, 1));
+        paths << dir + QStringLiteral("/bench%1.pkr").arg(k);
+        window.save_file(view, paths.last());
+        QByteArray scene;
+        QDataStream scene_out(&scene, QIODevice::WriteOnly);
+        window.write_all_tabs(scene_out);
+        texts << encode_picker_data(scene);
+    }
+    for (picker_button* b : qAsConst(view->buttons))
+        view->set_button_position(b, b->position + QPoint(0, 1));
+    window.updateSceneData();
+    QFile file(paths.last());
     file.open(QIODevice::ReadOnly);
     const QByteArray file_bytes = file.readAll();
     const QByteArray block = button_block(file_bytes, true);
+    int opened = 0;
     const double open = best_ms([&] {
-        window.open_files({path});
+        window.open_files({paths[opened++ % paths.size()]});
         window.close_tab(window.tabs->count() - 1);
         host.idle.clear();
     });
-    print_row("open .pkr vs parse + draw labels", count, open, parse_and_render(block, 5));
+    const double parse = parse_and_render(block, 5);
+    print_row("open .pkr vs parse + draw labels", count, open, parse);
+    // Opening writes the scene data: the new tab's deflating at level 9 is work it must do.
+    QByteArray tab_bytes;
+    QDataStream tab_out(&tab_bytes, QIODevice::WriteOnly);
+    window.write_tab(tab_out, 0);
+    const double deflate_tab = best_ms([&] { qCompress(tab_bytes, 9); });
+    print_row("  same vs that + deflating the tab", count, open, parse + deflate_tab);
 
-    // Restoring from the scene text.
-    const QString text = encode_picker_data(bytes);
+    // Restoring from the scene text, a different one each time. Restoring deflates the
+    // tabs ahead of the first edit.
+    int restored = 0;
     const double restore = best_ms([&] {
-        const QByteArray decoded = decode_picker_data(text.toLatin1());
+        const QByteArray decoded = decode_picker_data(texts[restored++ % texts.size()].toLatin1());
         QDataStream in(decoded);
         window.read_tabs(in, true);
         host.idle.clear();
     });
-    const QByteArray stream_block = button_block(decode_picker_data(text.toLatin1()), false);
-    print_row("restore vs parse + draw labels", count, restore, parse_and_render(stream_block, 5));
+    const QByteArray stream_block = button_block(decode_picker_data(texts[0].toLatin1()), false);
+    const double parse_stream = parse_and_render(stream_block, 5);
+    print_row("restore vs parse + draw labels", count, restore, parse_stream);
+    print_row("  same vs that + deflating the tab", count, restore, parse_stream + deflate_tab);
 
     // Following a selection.
     view = window.current_view();

@@ -36,6 +36,9 @@ void picker_view::clear_buttons() {
 void picker_view::set_background_image(const QString& id, const QPixmap& pixmap) {
     background_id = id;
     background = pixmap;
+    // Encoded ahead, off this thread, for the scene write that will want it.
+    if (window)
+        background_bytes.prepare(pixmap, &window->picture_encoders);
     update();
 }
 

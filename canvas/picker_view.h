@@ -1,6 +1,7 @@
 #pragma once
 // One tab: a canvas of buttons over an optional background picture.
 #include "document/picker_button.h"
+#include "document/picture_bytes.h"
 
 #include <QDataStream>
 #include <QList>
@@ -31,7 +32,9 @@ public:
 
     // --- document ---
     QPixmap background;
-    QString background_id;          // decimal cache key of the picture, or empty
+    QString background_id; // decimal cache key of the picture, or empty
+    // The picture's stream form, made once while `background` stays the same picture.
+    mutable picture_bytes background_bytes;
     QPointer<picker_window> window; // null once the tab was closed
     QString file_path;              // the .pkr this tab came from or went to last
     QList<picker_button*> buttons;  // owned; the order is the z-order

@@ -52,18 +52,20 @@ MStatus picker_main::get_picker_data(const MStringArray& args) {
     picker_window* window = picker_window_instance();
     if (!window)
         return MS::kSuccess;
+    if (!one_text_argument(args)) {
+        // All tabs are what the scene entry holds: the same kept parts serve.
+        const QByteArray text = join_deflated_parts_base64(window->scene_data_parts(), {}, {});
+        appendToResult(MString(text.constData()));
+        return MS::kSuccess;
+    }
+    const int index = args[0].asInt();
+    if (index >= window->tabs->count() || index < 0) {
+        MGlobal::displayError("Provided tab index is out of range!");
+        return MS::kFailure;
+    }
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
-    if (one_text_argument(args)) {
-        const int index = args[0].asInt();
-        if (index >= window->tabs->count() || index < 0) {
-            MGlobal::displayError("Provided tab index is out of range!");
-            return MS::kFailure;
-        }
-        window->write_tab(out, index);
-    } else {
-        window->write_all_tabs(out);
-    }
+    window->write_tab(out, index);
     appendToResult(MQtUtil::toMString(encode_picker_data(bytes)));
     return MS::kSuccess;
 }

@@ -48,6 +48,9 @@ picker_window::~picker_window() {
     // Views die without scene writes: the scene already holds the last data.
     closing = true;
     clear_tabs();
+    // No worker may outlive the window: the plug-in's code goes with it at unload.
+    picture_encoders.clear();
+    picture_encoders.waitForDone();
 }
 
 picker_view* picker_window::current_view() const {

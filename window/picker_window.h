@@ -1,11 +1,14 @@
 #pragma once
 // The plug-in's one window: a menu bar, a tab per picker, and the values for new buttons.
+#include "document/scene_compressor.h"
+
 #include <QDataStream>
 #include <QMap>
 #include <QPointer>
 #include <QRgb>
 #include <QString>
 #include <QStringList>
+#include <QThreadPool>
 #include <QWidget>
 
 class FlowLayout;
@@ -94,10 +97,15 @@ public:
     void open_files(const QStringList& paths);
 
     // --- scene storage ---
+    // Workers that encode pictures ahead of the scene writes that need them.
+    QThreadPool picture_encoders;
     void store_background_image(picker_view* view);
     void remove_background_image(picker_view* view);
     void request_background_image(picker_view* view);
     void set_background_for_key(const QString& id, const QPixmap& pixmap);
+    // The scene stream deflated in parts, for join_deflated_parts; what it deflates is
+    // kept for the next call.
+    QVector<const deflated_part*> scene_data_parts();
 
     // --- selection ---
     void apply_selection(const QStringList& names);
@@ -179,7 +187,10 @@ protected:
 private:
     void add_view_tab(picker_view* view, const QString& title);
     bool shares_background(const picker_view* view, int skip) const;
-    void write_tab_body(QDataStream& out, int index) const;
+    void write_tab_body(QDataStream& out, int index, scene_pieces* pieces) const;
+    // All tabs with their pictures left out, for the compressor.
+    void write_all_tabs(QDataStream& out, scene_pieces* pieces) const;
+    scene_compressor scene_parts;
     void set_add_actions_enabled(bool enabled);
     void make_menus();
     QAction* menu_action(QMenu* menu, const QString& text, const QString& keys, const char* slot,

@@ -16,6 +16,11 @@ void run_on_idle(const QString& mel) {
     MGlobal::executeCommandOnIdle(MQtUtil::toMString(mel));
 }
 
+// A MEL line of megabytes of Base64 needs no trip through UTF-16.
+void run_on_idle(const QByteArray& mel) {
+    MGlobal::executeCommandOnIdle(MString(mel.constData()));
+}
+
 // Ids come from streams too; only a decimal cache key may go into MEL text.
 bool usable_key(const picker_view* view) {
     return is_background_key(view->background_id);
@@ -23,23 +28,24 @@ bool usable_key(const picker_view* view) {
 
 } // namespace
 
+QVector<const deflated_part*> picker_window::scene_data_parts() {
+    scene_pieces pieces;
+    QDataStream out(&pieces.text, QIODevice::WriteOnly);
+    write_all_tabs(out, &pieces);
+    return scene_parts.parts(pieces);
+}
+
 void picker_window::updateSceneData() {
-    QByteArray bytes;
-    QDataStream out(&bytes, QIODevice::WriteOnly);
-    write_all_tabs(out);
-    run_on_idle(QStringLiteral("fileInfo \"ZelvaniPickerData\" \"") + encode_picker_data(bytes) +
-                QStringLiteral("\"; file -modified 1;"));
+    run_on_idle(join_deflated_parts_base64(scene_data_parts(), "fileInfo \"ZelvaniPickerData\" \"",
+                                           "\"; file -modified 1;"));
 }
 
 void picker_window::store_background_image(picker_view* view) {
-    QByteArray bytes;
-    QDataStream out(&bytes, QIODevice::WriteOnly);
-    out << view->background;
     if (!usable_key(view))
         return;
-    run_on_idle(QStringLiteral("fileInfo \"ZelvaniPickerImage_") + view->background_id +
-                QStringLiteral("\" \"") + QString::fromLatin1(bytes.toBase64()) +
-                QStringLiteral("\"; file -modified 1;"));
+    run_on_idle("fileInfo \"ZelvaniPickerImage_" + view->background_id.toLatin1() + "\" \"" +
+                view->background_bytes.bytes(view->background).toBase64() +
+                "\"; file -modified 1;");
 }
 
 void picker_window::remove_background_image(picker_view* view) {

@@ -11,10 +11,16 @@
 
 namespace {
 
-void write_tab_header(QDataStream& out, const picker_view* view) {
+// With `pieces`, the picture is only noted where it belongs, with its deflated part.
+void write_tab_header(QDataStream& out, const picker_view* view, scene_pieces* pieces = nullptr) {
     out << view->background_id;
-    if (!view->background_id.isEmpty())
-        out << view->background;
+    if (view->background_id.isEmpty())
+        return;
+    if (pieces)
+        pieces->pictures.append(
+            {int(out.device()->pos()), &view->background_bytes.deflated(view->background)});
+    else
+        view->background_bytes.write(out, view->background);
 }
 
 // Reads the background part of a tab header into `view`; true when a picture came.
@@ -33,22 +39,28 @@ bool read_tab_background(QDataStream& in, int version, picker_view* view) {
 
 } // namespace
 
-void picker_window::write_tab_body(QDataStream& out, int index) const {
+void picker_window::write_tab_body(QDataStream& out, int index, scene_pieces* pieces) const {
     const picker_view* view = view_at(index);
+    if (pieces)
+        pieces->breaks.append(int(out.device()->pos()));
     out << qint32(index) << tabs->tabText(index);
-    write_tab_header(out, view);
+    write_tab_header(out, view, pieces);
     view->write_buttons(out);
 }
 
-void picker_window::write_all_tabs(QDataStream& out) const {
+void picker_window::write_all_tabs(QDataStream& out, scene_pieces* pieces) const {
     out << qint32(picker_format_version) << qint32(tabs->count()) << qint32(tabs->currentIndex());
     for (int i = 0; i < tabs->count(); ++i)
-        write_tab_body(out, i);
+        write_tab_body(out, i, pieces);
+}
+
+void picker_window::write_all_tabs(QDataStream& out) const {
+    write_all_tabs(out, nullptr);
 }
 
 void picker_window::write_tab(QDataStream& out, int index) const {
     out << qint32(picker_format_version) << qint32(1) << qint32(0);
-    write_tab_body(out, index);
+    write_tab_body(out, index, nullptr);
 }
 
 void picker_window::read_tabs(QDataStream& in, bool clear) {
@@ -69,18 +81,26 @@ void picker_window::read_tabs(QDataStream& in, bool clear) {
     if (clear)
         clear_tabs();
     // Damaged data may claim any count: stop once the bytes run out.
+    QVector<picker_view*> pictured;
     for (int i = 0; i < count && !(i > 0 && stream_exhausted(in)); ++i) {
         qint32 stored_index = 0;
         QString name;
         in >> stored_index >> name;
         auto* view = new picker_view(this);
         if (read_tab_background(in, version, view))
-            store_background_image(view);
+            pictured.append(view);
         view->read_buttons(in, version);
         add_view_tab(view, name);
     }
+    // The image entries are queued once every picture is read, so that the pictures encode
+    // side by side on the workers; nothing else is queued meanwhile, so the host gets the
+    // same lines in the same order.
+    for (picker_view* view : pictured)
+        store_background_image(view);
     if (clear && current >= 0 && current < count && current < tabs->count())
         tabs->setCurrentIndex(current);
+    // The first edit after opening then deflates only what it changed.
+    scene_data_parts();
 }
 
 bool picker_window::save_file(picker_view* view, const QString& path) {

@@ -1,7 +1,9 @@
 // Loading and unloading the plug-in, its callbacks, and what the host's events do to it.
 #include "plugin_fixture.h"
 
+#include <QRandomGenerator>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QtTest>
 
 class test_lifecycle : public QObject {
@@ -97,6 +99,27 @@ private slots:
         f.host.quit();
         QVERIFY(!dock);
         QVERIFY(f.host.unload_plugin(QStringLiteral("ZelvaniPicker")));
+        QVERIFY(f.errors().isEmpty());
+    }
+
+    void unloading_while_pictures_encode_leaves_no_worker_behind() {
+        // Pictures large enough that workers are still encoding them when the library
+        // goes; a worker left running would run code that is no longer mapped.
+        QTemporaryDir dir;
+        QImage image(1600, 1200, QImage::Format_RGB32);
+        QRandomGenerator grain(7);
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                image.setPixel(x, y, grain.generate());
+        const QString path = dir.filePath("big.png");
+        QVERIFY(image.save(path));
+        f.start();
+        f.mel("ZelvaniPicker;");
+        for (int i = 0; i < 4; ++i)
+            f.host.execute(
+                QString("ZelvaniPicker new_tab; ZelvaniPicker set_background \"%1\";").arg(path));
+        QVERIFY(f.host.unload_plugin(QStringLiteral("ZelvaniPicker")));
+        QThread::msleep(200);
         QVERIFY(f.errors().isEmpty());
     }
 

@@ -1,6 +1,7 @@
 #include "parser.h"
 
 #include "error.h"
+#include "string_scan.h"
 
 namespace host::mel {
 
@@ -113,10 +114,7 @@ private:
         const int n = src_.size();
         const QChar* data = src_.constData();
         for (;;) {
-            int i = chunk;
-            while (i < n && data[i] != QLatin1Char('"') && data[i] != QLatin1Char('\\') &&
-                   data[i] != QLatin1Char('\n'))
-                ++i;
+            const int i = int(find_string_stop(data + chunk, data + n) - data);
             if (out.isEmpty() && i < n && data[i] == QLatin1Char('"')) {
                 out = src_.mid(chunk, i - chunk); // the common case: one piece, no copy loop
                 pos_ = i + 1;

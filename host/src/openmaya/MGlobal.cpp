@@ -12,7 +12,7 @@ host::session& host_session() {
     return host::session::get();
 }
 QString text_of(const MString& s) {
-    return QString::fromUtf8(s.asChar());
+    return QString::fromUtf8(s.asChar(), int(s.length()));
 }
 
 } // namespace
