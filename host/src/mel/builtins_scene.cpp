@@ -1,4 +1,6 @@
 // Built-in commands on the scene: fileInfo, file, namespaces, nodes, selection, plug-ins.
+#include "core/attributes.h"
+#include "core/node_types.h"
 #include "evaluator.h"
 
 #include <QFileInfo>
@@ -174,7 +176,7 @@ value ls(builtin_call& c) {
         }
     }
     for (int id : ids) {
-        if (type_filter.isEmpty() || s.at(id).type == type_filter)
+        if (type_filter.isEmpty() || is_a(s.at(id).type, type_filter))
             out << s.display_name(id);
     }
     return value::of_strings(out);
@@ -258,7 +260,14 @@ value delete_nodes(builtin_call& c) {
 }
 
 value obj_exists(builtin_call& c) {
-    const QString name = to_string(c.args.value(0)).section(QLatin1Char('.'), 0, 0);
+    const QString text = to_string(c.args.value(0));
+    const QString attribute = text.section(QLatin1Char('.'), 1);
+    // A plug exists with its attribute; a component ("pCube1.vtx[0]") with its node.
+    if (!attribute.isEmpty() && !attribute.contains(QLatin1Char('['))) {
+        plug p;
+        return value::of_int(find_plug(c.host.scene, text, p) == plug_lookup::found);
+    }
+    const QString name = text.section(QLatin1Char('.'), 0, 0);
     return value::of_int(!name.isEmpty() && !c.host.scene.match(name).isEmpty() ? 1 : 0);
 }
 

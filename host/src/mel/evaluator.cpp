@@ -43,6 +43,9 @@ struct evaluator::scope_guard {
 evaluator::evaluator(session& host) : host_(host) {
     register_scene_builtins(builtins_);
     register_text_builtins(builtins_);
+    register_attribute_builtins(builtins_);
+    register_key_builtins(builtins_);
+    register_node_builtins(builtins_);
 }
 
 evaluator::~evaluator() = default;
@@ -537,7 +540,7 @@ value evaluator::call_proc(const proc_def& def, int unit, const QVector<value>& 
         value v;
         if (!convert(args[k], p.declared, v))
             fail(e.args[size_t(k)]->at, QStringLiteral("Cannot convert data of type %1 to type %2.")
-                                    .arg(type_name(args[k].kind), type_name(p.declared)));
+                                            .arg(type_name(args[k].kind), type_name(p.declared)));
         frames_.back().scopes.back().insert(p.name,
                                             std::make_shared<variable>(variable{p.declared, v}));
     }
@@ -638,7 +641,9 @@ parsed_flags parse_flags(const builtin_call& call, std::initializer_list<flag_sp
         if (!declared)
             call.fail(QStringLiteral("Invalid flag '-%1'").arg(f));
         QVector<value>& values = out.set[QLatin1String(declared->long_name)];
-        const int wanted = out.query ? 0 : declared->values;
+        const int wanted = declared->values < 0 ? -declared->values
+                           : out.query          ? 0
+                                                : declared->values;
         for (int n = 0; n < wanted; ++n) {
             if (k + 1 >= call.args.size() || call.flags.value(k + 1))
                 call.fail(QStringLiteral("Flag '-%1' needs a value.").arg(f));
