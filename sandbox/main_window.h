@@ -1,10 +1,12 @@
 #pragma once
 // The sandbox's main window, the one MQtUtil::mainWindow gives the plug-in: outliner,
-// script output and command line, File menu on Maya ASCII scenes, and the picker button.
+// channel box, script output and command line, File menu on Maya ASCII scenes, and the
+// picker button.
 #include <QMainWindow>
 
 namespace sandbox {
 
+class channel_box;
 class command_line;
 class outliner;
 class output_pane;
@@ -17,10 +19,11 @@ public:
 
     // Runs MEL as typed into the command line: echoed, run, results printed.
     void run_mel(const QString& mel);
-    // Brings the outliner and the title up to date with the scene.
+    // Brings the outliner, the channel box and the title up to date with the scene.
     void refresh_views();
 
     outliner* scene_outliner() const { return outliner_; }
+    channel_box* channels() const { return channel_box_; }
     command_line* mel_line() const { return command_line_; }
     output_pane* output() const { return output_; }
 
@@ -36,6 +39,7 @@ private:
     void update_title();
 
     outliner* outliner_;
+    channel_box* channel_box_;
     output_pane* output_;
     command_line* command_line_;
 };

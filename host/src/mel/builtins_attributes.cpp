@@ -375,8 +375,8 @@ value list_attr(builtin_call& c) {
 value attribute_query(builtin_call& c) {
     const parsed_flags f = parse_flags(c, {{"n", "node", 1},
                                            {"ex", "exists", 0},
-                                           {"mn", "minimum", 0},
-                                           {"mx", "maximum", 0},
+                                           {"min", "minimum", 0},
+                                           {"max", "maximum", 0},
                                            {"mne", "minExists", 0},
                                            {"mxe", "maxExists", 0},
                                            {"k", "keyable", 0},
