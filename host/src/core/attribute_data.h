@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QPair>
 #include <QString>
+#include <QVarLengthArray>
 #include <QVector>
 
 namespace host {
@@ -40,10 +41,11 @@ struct plug_value {
 };
 
 // A node's attribute states, made on first use: the built-ins of its type first, then the
-// user attributes in the order they were added.
+// user attributes in the order they were added. A transform's states fit in place, so a
+// node costs one allocation.
 struct node_attributes {
     QVector<attribute_spec> user;
-    QVector<plug_value> values;
+    QVarLengthArray<plug_value, 13> values;
     QHash<QString, int> curves; // long name -> the animation curve node that drives it
 };
 

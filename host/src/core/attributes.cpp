@@ -71,7 +71,9 @@ node_attributes& materialise(scene& s, int node) {
     host::node& n = s.edit(node);
     if (!n.attributes) {
         n.attributes = std::make_unique<node_attributes>();
-        for (const attribute_spec& spec : builtins_of(n.type))
+        const QVector<attribute_spec>& builtins = builtins_of(n.type);
+        n.attributes->values.reserve(builtins.size());
+        for (const attribute_spec& spec : builtins)
             n.attributes->values.append(default_state(spec));
     }
     return *n.attributes;
@@ -126,22 +128,44 @@ const attribute_spec& attribute_at(const scene& s, int node, int index) {
     return index < builtins.size() ? builtins[index] : n.attributes->user[index - builtins.size()];
 }
 
-int find_attribute(const scene& s, int node, const QString& name) {
-    const QStringList path = name.split(QLatin1Char('.'));
-    int parent = -1;
-    int found = -1;
-    for (int depth = 0; depth < path.size(); ++depth) {
-        found = -1;
-        const int count = attribute_count(s, node);
-        for (int k = 0; k < count && found < 0; ++k) {
-            const attribute_spec& a = attribute_at(s, node, k);
-            if ((a.long_name == path[depth] || a.short_name == path[depth]) &&
-                (depth == 0 || a.parent == parent))
-                found = k;
+namespace {
+
+// An attribute by long or short name whose parent is `parent` (-1: any), or -1.
+template <typename Name> int find_named(const scene& s, int node, const Name& name, int parent) {
+    const host::node& n = s.at(node);
+    const QVector<attribute_spec>& builtins = builtins_of(n.type);
+    auto matches = [&](const attribute_spec& a) {
+        return (a.short_name == name || a.long_name == name) && (parent < 0 || a.parent == parent);
+    };
+    for (int k = 0; k < builtins.size(); ++k) {
+        if (matches(builtins[k]))
+            return k;
+    }
+    if (n.attributes) {
+        const QVector<attribute_spec>& user = n.attributes->user;
+        for (int k = 0; k < user.size(); ++k) {
+            if (matches(user[k]))
+                return builtins.size() + k;
         }
-        if (found < 0)
+    }
+    return -1;
+}
+
+} // namespace
+
+int find_attribute(const scene& s, int node, QLatin1String name) {
+    return find_named(s, node, name, -1);
+}
+
+int find_attribute(const scene& s, int node, const QString& name) {
+    if (!name.contains(QLatin1Char('.')))
+        return find_named(s, node, name, -1);
+    int found = -1;
+    for (const QString& part : name.split(QLatin1Char('.'))) {
+        const int parent = found;
+        found = find_named(s, node, part, parent);
+        if (found < 0 || (parent >= 0 && attribute_at(s, node, found).parent != parent))
             return -1;
-        parent = found;
     }
     return found;
 }
@@ -232,7 +256,12 @@ QString plug_text(const scene& s, const plug& p) {
 }
 
 void store_number(scene& s, const plug& p, double v) {
-    materialise(s, p.node).values[p.index].number = normalised(attribute_at(s, p.node, p.index), v);
+    const attribute_spec& spec = attribute_at(s, p.node, p.index);
+    v = normalised(spec, v);
+    // Defaults need no storage: files are full of them.
+    if (!s.at(p.node).attributes && v == spec.default_value)
+        return;
+    materialise(s, p.node).values[p.index].number = v;
     s.attributes_changed();
 }
 

@@ -25,6 +25,8 @@ enum class plug_lookup { found, no_object, many_objects, no_attribute };
 plug_lookup find_plug(const scene& s, const QString& text, plug& out);
 // An attribute by long or short name, or as "compound.child"; -1 when the node has none.
 int find_attribute(const scene& s, int node, const QString& name);
+// The same for a name as a file spells it, without a "compound.child" path.
+int find_attribute(const scene& s, int node, QLatin1String name);
 
 int attribute_count(const scene& s, int node);
 const attribute_spec& attribute_at(const scene& s, int node, int index);

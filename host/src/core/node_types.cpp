@@ -37,7 +37,10 @@ QStringList type_inheritance(const QString& type) {
 }
 
 bool is_a(const QString& type, const QString& base) {
-    return type == base || type_inheritance(type).contains(base);
+    if (type == base)
+        return true;
+    const auto it = hierarchy().constFind(type);
+    return it != hierarchy().constEnd() && it->contains(base);
 }
 
 bool is_shape(const QString& type) {
@@ -45,6 +48,9 @@ bool is_shape(const QString& type) {
 }
 
 bool is_transform(const QString& type) {
+    // Asked for every attribute lookup: the common answers first.
+    if (type == QLatin1String("transform") || type == QLatin1String("joint"))
+        return true;
     return is_a(type, QStringLiteral("transform"));
 }
 

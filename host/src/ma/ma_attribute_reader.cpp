@@ -9,6 +9,7 @@
 
 #include <QRegularExpression>
 #include <algorithm>
+#include <cstring>
 
 namespace host {
 namespace ma {
@@ -59,20 +60,65 @@ QString element_of(const QString& attribute, int* first) {
 
 } // namespace
 
-bool file_reader::takes_set_attr() const {
+bool file_reader::takes_set_attr(const statement& s) {
+    set_attr_index_ = -1;
     if (current_is_time_)
         return true;
     if (current_node_ < 0)
         return false;
     const node& n = session_.target.at(current_node_);
-    return is_transform(n.type) || n.curve || (n.attributes && !n.attributes->user.isEmpty()) ||
-           (depth_ == 0 && n.name == config_node);
+    if (n.curve || (depth_ == 0 && n.name == config_node))
+        return true;
+    if (!is_transform(n.type) && (!n.attributes || n.attributes->user.isEmpty()))
+        return false;
+    // Most lines set attributes the host does not keep: the plug, the statement's first
+    // string, tells before the statement is taken apart.
+    const size_t size = size_t(s.end - s.command_end);
+    const char* open = static_cast<const char*>(std::memchr(s.command_end, '"', size));
+    if (!open || open + 1 >= s.end || open[1] != '.')
+        return false;
+    const char* close =
+        static_cast<const char*>(std::memchr(open + 1, '"', size_t(s.end - open - 1)));
+    if (!close)
+        return false;
+    set_attr_index_ = find_attribute(session_.target, current_node_,
+                                     QLatin1String(open + 2, int(close - open - 2)));
+    return set_attr_index_ >= 0;
 }
 
 void file_reader::on_set_attr() {
     const command_args a = split_args(args_, set_attr_values, false);
     if (a.positional.empty())
         return;
+    scene& target = session_.target;
+    if (set_attr_index_ < 0) {
+        on_set_special(a);
+        return;
+    }
+    const plug p{current_node_, set_attr_index_};
+    const attribute_spec& spec = attribute_at(target, p.node, p.index);
+    if (const arg* k = a.value("k", "keyable"))
+        set_keyable(target, p, text_bool(decode(k)));
+    if (const arg* l = a.value("l", "lock"))
+        set_locked(target, p, text_bool(decode(l)));
+    if (const arg* cb = a.value("cb", "channelBox"))
+        set_channel_box(target, p, text_bool(decode(cb)));
+    const size_t values = a.positional.size() - 1;
+    if (values == 0)
+        return;
+    if (spec.kind == attribute_kind::string) {
+        store_text(target, p, decode(a.positional[1]));
+        return;
+    }
+    const int leaves = spec.children.isEmpty() ? 1 : spec.children.size();
+    for (int k = 0; k < leaves && size_t(k) < values; ++k) {
+        double v = 0;
+        if (number_of(a.positional[size_t(k) + 1], &v))
+            store_number(target, {p.node, spec.children.isEmpty() ? p.index : spec.children[k]}, v);
+    }
+}
+
+void file_reader::on_set_special(const command_args& a) {
     const QString written = decode(a.positional.front());
     if (!written.startsWith(QLatin1Char('.')))
         return; // plugs of other nodes: reference edits and default nodes
@@ -88,41 +134,10 @@ void file_reader::on_set_attr() {
         return;
     }
     node& n = target.edit(current_node_);
-    if (n.curve) {
+    if (n.curve)
         set_curve_data(*n.curve, attribute, values);
-        return;
-    }
-    if (n.name == config_node) {
-        if (attribute == QLatin1String("b") && !values.empty())
-            set_time_settings(decode(values.front()));
-        return;
-    }
-    const plug p{current_node_, find_attribute(target, current_node_, attribute)};
-    if (p.index < 0)
-        return;
-    const attribute_spec& spec = attribute_at(target, p.node, p.index);
-    if (const arg* k = a.value("k", "keyable"))
-        set_keyable(target, p, text_bool(decode(k)));
-    if (const arg* l = a.value("l", "lock"))
-        set_locked(target, p, text_bool(decode(l)));
-    if (const arg* cb = a.value("cb", "channelBox"))
-        set_channel_box(target, p, text_bool(decode(cb)));
-    if (values.empty())
-        return;
-    if (spec.kind == attribute_kind::string) {
-        store_text(target, p, decode(values.front()));
-        return;
-    }
-    QVector<plug> leaves;
-    for (int child : spec.children)
-        leaves.append({p.node, child});
-    if (leaves.isEmpty())
-        leaves.append(p);
-    for (size_t k = 0; k < values.size() && k < size_t(leaves.size()); ++k) {
-        double v = 0;
-        if (number_of(values[k], &v))
-            store_number(target, leaves[int(k)], v);
-    }
+    else if (attribute == QLatin1String("b") && !values.empty())
+        set_time_settings(decode(values.front()));
 }
 
 void file_reader::set_curve_data(anim_curve& curve, const QString& attribute,

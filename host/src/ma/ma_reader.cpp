@@ -122,7 +122,7 @@ void file_reader::on_statement(const statement& s) {
     else if (is("requires"))
         handler = &file_reader::on_requires;
     else if (is("setAttr"))
-        handler = takes_set_attr() ? &file_reader::on_set_attr : nullptr;
+        handler = takes_set_attr(s) ? &file_reader::on_set_attr : nullptr;
     else if (is("addAttr"))
         handler = current_node_ >= 0 ? &file_reader::on_add_attr : nullptr;
     else if (is("connectAttr"))

@@ -58,8 +58,9 @@ private:
     bool read_referenced(const QString& resolved, const QString& name_space, const QString& label);
 
     // Attributes, keys and time (ma_attribute_reader.cpp).
-    bool takes_set_attr() const;
+    bool takes_set_attr(const statement& s);
     void on_set_attr();
+    void on_set_special(const command_args& a);
     void on_add_attr();
     void on_connect_attr();
     void on_select();
@@ -94,6 +95,7 @@ private:
 
     int current_node_ = -1;        // the node setAttr and addAttr lines apply to
     bool current_is_time_ = false; // after "select -ne :time1"
+    int set_attr_index_ = -1;      // the attribute the next setAttr sets, -1 for the others
 
     bool seen_header_ = false;
     bool seen_end_ = false;
