@@ -3,7 +3,7 @@
 // the arms, seen through it.
 #include "channel_box.h"
 #include "core/session.h"
-#include "demo_scene.h"
+#include "demo_picker.h"
 #include "main_window.h"
 #include "output_pane.h"
 
@@ -136,12 +136,7 @@ private slots:
     void the_demo_buttons_reset_key_and_switch_the_arms() {
         sandbox::main_window window;
         host.set_main_window(&window);
-        QString error;
-        QVERIFY2(sandbox::open_demo_scene(&error), qPrintable(error));
-        QVERIFY(host.load_plugin(ZELVANI_PLUGIN_PATH));
-        host.run_idle();
-        host.execute("ZelvaniPicker;");
-        host.run_idle();
+        open_demo_picker();
         auto* tabs = window.findChild<QTabWidget*>();
         QVERIFY(tabs);
         tabs->window()->show();

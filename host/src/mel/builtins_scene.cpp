@@ -1,7 +1,6 @@
 // Built-in commands on the scene: fileInfo, file, namespaces, nodes, selection, plug-ins.
-#include "core/attributes.h"
+#include "builtins_common.h"
 #include "core/node_types.h"
-#include "evaluator.h"
 
 #include <QFileInfo>
 
@@ -208,15 +207,6 @@ value select(builtin_call& c) {
     return value();
 }
 
-int single_node(builtin_call& c, const QString& name) {
-    const QVector<int> ids = c.host.scene.find(name);
-    if (ids.isEmpty())
-        c.fail(QStringLiteral("No object matches name: %1").arg(name));
-    if (ids.size() > 1)
-        c.fail(QStringLiteral("More than one object matches name: %1").arg(name));
-    return ids.first();
-}
-
 value create_node(builtin_call& c) {
     const parsed_flags f = parse_flags(
         c, {{"n", "name", 1}, {"p", "parent", 1}, {"ss", "skipSelect", 0}, {"s", "shared", 0}});
@@ -229,7 +219,7 @@ value create_node(builtin_call& c) {
         name = name.mid(1);
     else if (!s.current_namespace().isEmpty())
         name = s.current_namespace() + QLatin1Char(':') + name;
-    const int parent = f.has("parent") ? single_node(c, to_string(f.get("parent"))) : -1;
+    const int parent = f.has("parent") ? node_argument(c, to_string(f.get("parent"))) : -1;
     const int id = s.create_node(type, name, parent, true);
     if (id < 0)
         c.fail(QStringLiteral("'%1' is not a valid node name.").arg(name));
