@@ -20,7 +20,8 @@ QStringList rows(const sandbox::channel_box& box) {
     const QTableWidget* t = box.table();
     for (int row = 0; row < t->rowCount(); ++row) {
         const auto* combo = qobject_cast<const QComboBox*>(t->cellWidget(row, 1));
-        out << t->item(row, 0)->text() + '=' + (combo ? combo->currentText() : t->item(row, 1)->text());
+        out << t->item(row, 0)->text() + '=' +
+                   (combo ? combo->currentText() : t->item(row, 1)->text());
     }
     return out;
 }
@@ -45,9 +46,7 @@ class test_channel_box : public QObject {
     host::session& host = host::session::get();
     QStringList lines;
 
-    QString run(const QString& mel) {
-        return host.execute(mel).values.join(' ');
-    }
+    QString run(const QString& mel) { return host.execute(mel).values.join(' '); }
 
 private slots:
     void init() {
@@ -65,10 +64,9 @@ private slots:
         QCOMPARE(box.table()->rowCount(), 0);
         run("select a b;"); // the selection event refreshes it at once
         QCOMPARE(box.node_name(), QString("b"));
-        QCOMPARE(rows(box),
-                 QStringList({"Translate X=0", "Translate Y=0", "Translate Z=0", "Rotate X=0",
-                              "Rotate Y=0", "Rotate Z=0", "Scale X=1", "Scale Y=1", "Scale Z=1",
-                              "Visibility=on", "IK FK=FK"}));
+        QCOMPARE(rows(box), QStringList({"Translate X=0", "Translate Y=0", "Translate Z=0",
+                                         "Rotate X=0", "Rotate Y=0", "Rotate Z=0", "Scale X=1",
+                                         "Scale Y=1", "Scale Z=1", "Visibility=on", "IK FK=FK"}));
 
         // Values, keys, locks and channel-box flags as commands leave them.
         run("setAttr b.tx 2.5; setAttr b.ry 33.33333; setAttr b.ikFk 1; setKeyframe b.ty;"

@@ -22,7 +22,7 @@ double curve_value(const anim_curve& c, double time) {
     const QVector<anim_key>& keys = c.keys;
     if (keys.isEmpty())
         return 0;
-    if (time <= keys.front().time)
+    if (!std::isfinite(time) || time <= keys.front().time)
         return keys.front().value;
     if (time >= keys.back().time)
         return keys.back().value;
@@ -74,6 +74,9 @@ bool connect_curve(scene& s, int curve, const plug& p) {
 }
 
 void insert_key(anim_curve& c, const anim_key& key) {
+    // Keys are ordered by time: a time that orders nothing has no place among them.
+    if (!std::isfinite(key.time))
+        return;
     auto at = std::lower_bound(c.keys.begin(), c.keys.end(), key.time, before);
     if (at != c.keys.end() && std::fabs(at->time - key.time) <= same_time)
         *at = key;
@@ -82,6 +85,8 @@ void insert_key(anim_curve& c, const anim_key& key) {
 }
 
 int set_key(scene& s, const plug& p, double time, double value, int in_tangent, int out_tangent) {
+    if (!std::isfinite(time))
+        return -1;
     const attribute_spec& spec = attribute_at(s, p.node, p.index);
     int curve = driving_curve(s, p);
     if (curve < 0) {
@@ -136,6 +141,8 @@ int remove_keys(scene& s, int curve, const std::function<bool(int, const anim_ke
 }
 
 void set_current_time(scene& s, double time) {
+    if (!std::isfinite(time))
+        return;
     s.time.current = time;
     s.held.clear();
     s.attributes_changed();

@@ -31,12 +31,13 @@ bool connect_curve(scene& s, int curve, const plug& p);
 // node, or -1.
 int set_key(scene& s, const plug& p, double time, double value, int in_tangent = -1,
             int out_tangent = -1);
-// Inserts or replaces a key of a curve, keeping keys sorted by time.
+// Inserts or replaces a key of a curve, keeping keys sorted by time; a time that is no
+// finite number is left out.
 void insert_key(anim_curve& c, const anim_key& key);
 // Removes the keys `doomed` picks (by index and key). A curve left without keys is
 // deleted, and its plug keeps the value the curve gave it. Returns how many keys went.
 int remove_keys(scene& s, int curve, const std::function<bool(int, const anim_key&)>& doomed);
-// Moves the time: every plug follows its curve again.
+// Moves the time (to a finite one): every plug follows its curve again.
 void set_current_time(scene& s, double time);
 
 } // namespace host

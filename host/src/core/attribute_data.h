@@ -45,6 +45,7 @@ struct plug_value {
 // node costs one allocation.
 struct node_attributes {
     QVector<attribute_spec> user;
+    QHash<QString, int> user_names; // long and short names -> position in `user`
     QVarLengthArray<plug_value, 13> values;
     QHash<QString, int> curves; // long name -> the animation curve node that drives it
 };

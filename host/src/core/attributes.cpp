@@ -87,7 +87,8 @@ bool integral(attribute_kind kind) {
 double normalised(const attribute_spec& spec, double v) {
     if (spec.kind == attribute_kind::boolean)
         return v != 0 ? 1 : 0;
-    return integral(spec.kind) ? std::round(v) : v;
+    // Whole numbers stay within an int, which is what MEL reads them as.
+    return integral(spec.kind) ? qBound(-2147483648.0, std::round(v), 2147483647.0) : v;
 }
 
 QString limit_text(double v) {
@@ -141,12 +142,11 @@ template <typename Name> int find_named(const scene& s, int node, const Name& na
         if (matches(builtins[k]))
             return k;
     }
-    if (n.attributes) {
-        const QVector<attribute_spec>& user = n.attributes->user;
-        for (int k = 0; k < user.size(); ++k) {
-            if (matches(user[k]))
-                return builtins.size() + k;
-        }
+    // User attributes stand at the top level; a node may carry thousands of them.
+    if (n.attributes && parent < 0 && !n.attributes->user_names.isEmpty()) {
+        const int k = n.attributes->user_names.value(QString(name), -1);
+        if (k >= 0)
+            return builtins.size() + k;
     }
     return -1;
 }
@@ -329,6 +329,8 @@ bool add_attribute(scene& s, int node, attribute_spec spec, QString* error) {
     if (spec.kind == attribute_kind::boolean || integral(spec.kind))
         value.number = normalised(spec, value.number);
     node_attributes& a = materialise(s, node);
+    a.user_names.insert(spec.long_name, a.user.size());
+    a.user_names.insert(spec.short_name, a.user.size());
     a.user.append(spec);
     a.values.append(value);
     s.attributes_changed();
@@ -343,6 +345,11 @@ void delete_attribute(scene& s, const plug& p) {
     const int first_user = attribute_count(s, p.node) - a.user.size();
     a.user.remove(p.index - first_user);
     a.values.remove(p.index);
+    a.user_names.clear();
+    for (int k = 0; k < a.user.size(); ++k) {
+        a.user_names.insert(a.user[k].long_name, k);
+        a.user_names.insert(a.user[k].short_name, k);
+    }
     // Indices past the removed one moved: hand-set values of this node are dropped.
     for (auto it = s.held.begin(); it != s.held.end();) {
         if (it->first == p.node)

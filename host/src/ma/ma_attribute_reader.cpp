@@ -9,6 +9,7 @@
 
 #include <QRegularExpression>
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace host {
@@ -35,11 +36,12 @@ const char* const add_attr_names[][2] = {
 
 const QString config_node = QStringLiteral("sceneConfigurationScriptNode");
 
+// A finite number, or a boolean word as 1 or 0.
 bool number_of(const arg* a, double* out) {
     bool ok = false;
     *out = a->bytes.toDouble(&ok);
     if (ok)
-        return true;
+        return std::isfinite(*out);
     const bool on = text_bool(QString::fromLatin1(a->bytes), &ok);
     *out = on ? 1 : 0;
     return ok;
@@ -147,7 +149,7 @@ void file_reader::set_curve_data(anim_curve& curve, const QString& attribute,
     double v = 0;
     if ((name == QLatin1String("tan") || name == QLatin1String("tangentType")) && !values.empty() &&
         number_of(values.front(), &v)) {
-        curve.tangent_type = int(v);
+        curve.tangent_type = int(qBound(0.0, v, 255.0));
         return;
     }
     if (name == QLatin1String("wgt") || name == QLatin1String("weightedTangents")) {
@@ -156,24 +158,27 @@ void file_reader::set_curve_data(anim_curve& curve, const QString& attribute,
     }
     if (first < 0)
         return;
-    // A hostile index must not take all memory: keys beyond those given stay out.
-    constexpr int max_keys = 1 << 20;
     const bool times = name == QLatin1String("ktv") || name == QLatin1String("keyTimeValue");
     const bool in = name == QLatin1String("kit") || name == QLatin1String("keyTanInType");
     const bool out = name == QLatin1String("kot") || name == QLatin1String("keyTanOutType");
     if (!times && !in && !out)
         return;
+    // Keys come in order: an index past the next key, which only a damaged or hostile file
+    // writes, would make keys out of nothing; tangents go to keys that exist.
+    if (first > curve.keys.size())
+        return;
     const size_t per_key = times ? 2 : 1;
     for (size_t k = 0; k + per_key <= values.size(); k += per_key) {
         const int index = first + int(k / per_key);
-        if (index >= max_keys)
-            break;
-        if (curve.keys.size() <= index)
-            curve.keys.resize(index + 1);
-        anim_key& key = curve.keys[index];
         double a = 0, b = 0;
         if (!number_of(values[k], &a) || (times && !number_of(values[k + 1], &b)))
             continue;
+        if (curve.keys.size() <= index) {
+            if (!times || index > curve.keys.size())
+                break; // no gaps
+            curve.keys.append(anim_key());
+        }
+        anim_key& key = curve.keys[index];
         if (times) {
             key.time = a;
             key.value = b;

@@ -24,7 +24,7 @@ value current_time(builtin_call& c) {
     if (f.positional.isEmpty())
         c.fail(QStringLiteral("currentTime: No time was given."));
     double t = 0;
-    if (!number_of(f.positional.front(), &t))
+    if (!number_of(f.positional.front(), &t) || !std::isfinite(t))
         c.fail(
             QStringLiteral("currentTime: Invalid time: %1").arg(to_string(f.positional.front())));
     set_current_time(s, t);
