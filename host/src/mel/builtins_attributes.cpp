@@ -293,6 +293,7 @@ value delete_attr(builtin_call& c) {
                        .arg(plug_name(s, p)));
         delete_attribute(s, p);
     }
+    c.host.nodes_removed(); // with the curves that drove them
     return value();
 }
 

@@ -377,6 +377,7 @@ value cut_key(builtin_call& c) {
                         [&filter](int k, const anim_key& key) { return filter.picks(k, key); }) > 0)
             ++cut;
     }
+    c.host.nodes_removed(); // curves left without keys are gone
     return value::of_int(cut);
 }
 
