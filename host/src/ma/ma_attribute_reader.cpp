@@ -9,6 +9,7 @@
 
 #include <QRegularExpression>
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstring>
 
@@ -38,6 +39,14 @@ const QString config_node = QStringLiteral("sceneConfigurationScriptNode");
 
 // A finite number, or a boolean word as 1 or 0.
 bool number_of(const arg* a, double* out) {
+#if defined(__cpp_lib_to_chars) && __cpp_lib_to_chars >= 201611L
+    // Maya writes 17 digits: the standard library reads them several times faster.
+    const char* begin = a->bytes.constData();
+    const char* end = begin + a->bytes.size();
+    const std::from_chars_result r = std::from_chars(begin, end, *out);
+    if (r.ec == std::errc() && r.ptr == end)
+        return std::isfinite(*out);
+#endif
     bool ok = false;
     *out = a->bytes.toDouble(&ok);
     if (ok)
