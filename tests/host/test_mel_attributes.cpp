@@ -115,6 +115,14 @@ private slots:
         QCOMPARE(run("getAttr -l pCube1.tx; getAttr -k pCube1.v;"), QString("0"));
         QCOMPARE(run("objExists pCube1.translateX; objExists pCube1.vtx[0];"), QString("1"));
         QCOMPARE(run("objExists pCube1.nope;"), QString("0"));
+        // addAttr's query and edit modes, and keyable states passed down a compound.
+        QCOMPARE(run("addAttr -q -ex pCube1.ikFk; addAttr -q -en pCube1.ikFk;"), QString("FK:IK"));
+        QCOMPARE(run("addAttr -e -en \"FK:IK:Blend\" pCube1.ikFk; addAttr -q -max pCube1.ikFk;"),
+                 QString("2"));
+        QCOMPARE(run("addAttr -q -ex pCube1.none; addAttr -q -at pCube1.ikFk;"), QString("enum"));
+        QCOMPARE(run("setAttr -k off pCube1.r; listAttr -k -st \"rotate*\" pCube1;"), QString(""));
+        QCOMPARE(run("setAttr -k on pCube1.rotate; getAttr -k pCube1.rz;"), QString("1"));
+        QCOMPARE(run("getAttr -k pCube1.r;"), QString("0")); // a compound itself is never keyable
     }
 
     void refusals_in_mayas_words() {
