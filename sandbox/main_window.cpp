@@ -1,5 +1,6 @@
 #include "main_window.h"
 
+#include "channel_box.h"
 #include "command_line.h"
 #include "core/session.h"
 #include "outliner.h"
@@ -31,6 +32,7 @@ main_window::main_window(QWidget* parent) : QMainWindow(parent) {
     resize(1200, 760);
 
     outliner_ = new outliner;
+    channel_box_ = new channel_box;
     output_ = new output_pane;
     command_line_ = new command_line;
     language_switch_ = new QPushButton(tr("MEL"));
@@ -54,10 +56,12 @@ main_window::main_window(QWidget* parent) : QMainWindow(parent) {
 
     auto* splitter = new QSplitter(Qt::Horizontal);
     splitter->addWidget(outliner_);
+    splitter->addWidget(channel_box_);
     splitter->addWidget(script_editor);
     splitter->setStretchFactor(0, 1);
-    splitter->setStretchFactor(1, 3);
-    splitter->setSizes({320, 880});
+    splitter->setStretchFactor(1, 1);
+    splitter->setStretchFactor(2, 3);
+    splitter->setSizes({280, 240, 680});
     setCentralWidget(splitter);
 
     host::session& host = host::session::get();
@@ -65,6 +69,7 @@ main_window::main_window(QWidget* parent) : QMainWindow(parent) {
         [this](host::line_kind kind, const QString& line) { output_->append_line(kind, line); });
     connect(command_line_, &command_line::submitted, this,
             [this](const QString& code) { run_command(code, command_line_->language()); });
+    connect(channel_box_, &channel_box::command, this, &main_window::run_mel);
     build_menus();
 
     // MEL run on idle (the picker's writes) changes the scene too: keep up with it.
@@ -123,6 +128,7 @@ void main_window::switch_language() {
 
 void main_window::refresh_views() {
     outliner_->refresh();
+    channel_box_->refresh();
     update_title();
 }
 

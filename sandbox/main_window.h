@@ -1,6 +1,7 @@
 #pragma once
 // The sandbox's main window, the one MQtUtil::mainWindow gives the plug-in: outliner,
-// script output and command line, File menu on Maya ASCII scenes, and the picker button.
+// channel box, script output and command line, File menu on Maya ASCII scenes, and the
+// picker button.
 #include "core/output.h"
 
 #include <QMainWindow>
@@ -9,6 +10,7 @@ class QPushButton;
 
 namespace sandbox {
 
+class channel_box;
 class command_line;
 class outliner;
 class output_pane;
@@ -22,10 +24,11 @@ public:
     // Runs a text as typed into the command line: echoed, run, results printed.
     void run_command(const QString& code, host::language language);
     void run_mel(const QString& mel) { run_command(mel, host::language::mel); }
-    // Brings the outliner and the title up to date with the scene.
+    // Brings the outliner, the channel box and the title up to date with the scene.
     void refresh_views();
 
     outliner* scene_outliner() const { return outliner_; }
+    channel_box* channels() const { return channel_box_; }
     command_line* mel_line() const { return command_line_; }
     // The switch before the command line between MEL and Python.
     QPushButton* language_switch() const { return language_switch_; }
@@ -44,6 +47,7 @@ private:
     void switch_language();
 
     outliner* outliner_;
+    channel_box* channel_box_;
     output_pane* output_;
     command_line* command_line_;
     QPushButton* language_switch_;

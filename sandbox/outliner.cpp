@@ -71,6 +71,9 @@ void outliner::rebuild() {
     QHash<int, QTreeWidgetItem*> by_id;
     for (int id : scene.live_nodes()) {
         const host::node& node = scene.at(id);
+        // As Maya's outliner, it shows the DAG, not the animation curves.
+        if (node.curve)
+            continue;
         QTreeWidgetItem* parent = node.parent >= 0 ? by_id.value(node.parent) : nullptr;
         if (!parent)
             parent = namespace_item(host::namespace_of(node.name));

@@ -1,5 +1,7 @@
 // Writes the demo character's picker: sandbox/demo/hero.pkr, and the same tab stored in
 // sandbox/demo/hero.ma, so that opening the picker on the demo scene shows it at once.
+// The scene first gets the arm switches of scripts/rig_setup.mel; the command buttons run
+// the scripts beside it.
 //
 // Regenerate after changing the layout:
 //   cmake --build build --target make_demo_picker
@@ -60,7 +62,16 @@ const QString mirror_script =
                    "            for name in cmds.ls(sl=True)]\n"
                    "cmds.select([name for name in mirrored if cmds.objExists(name)])\n");
 
-layout hero_layout() {
+QString script(const QString& dir, const QString& name) {
+    QFile file(dir + "/scripts/" + name);
+    if (!file.open(QIODevice::ReadOnly)) {
+        std::fprintf(stderr, "make_demo_picker: cannot read %s\n", qPrintable(file.fileName()));
+        return QString();
+    }
+    return QString::fromUtf8(file.readAll());
+}
+
+layout hero_layout(const QString& dir) {
     layout l;
     l.add(200, 14, 56, 16, centre, "Head", {"head"});
     l.pair(20, 34, 22, 8, "", "brow", face, face);
@@ -98,6 +109,12 @@ layout hero_layout() {
     l.add(36, 56, 56, 16, command, "L Arm",
           {"select -r hero:L_shoulder_ctrl hero:L_elbow_ctrl hero:L_wrist_ctrl;"}, 1);
     l.add(36, 76, 56, 16, command, "Mirror", {mirror_script}, 1, 1);
+    l.add(36, 96, 56, 16, command, "Reset", {script(dir, "reset.mel")}, 1);
+    l.add(36, 116, 56, 16, command, "Key", {script(dir, "key.mel")}, 1);
+    l.add(36, 136, 56, 16, command, "IK/FK", {script(dir, "switch_ikfk.mel")}, 1);
+    // The arms' IK hand controls and their switches.
+    l.pair(150, 232, 34, 14, "IK", "arm_ik");
+    l.pair(100, 116, 40, 12, "Sw", "arm_settings");
     return l;
 }
 
@@ -159,7 +176,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     const QString dir = QString::fromLocal8Bit(argv[1]);
-    const layout l = hero_layout();
+    const layout l = hero_layout(dir);
     const QPixmap picture = silhouette();
     const QString id = QString::number(picture.cacheKey());
     bool ok = write_pkr(dir + "/hero.pkr", id, picture, l.buttons);
@@ -168,6 +185,7 @@ int main(int argc, char** argv) {
     QString error;
     const QString scene = dir + "/hero.ma";
     ok = ok && host.open_scene(scene, &error);
+    ok = ok && host.execute(script(dir, "rig_setup.mel")).ok;
     if (ok) {
         host.scene.set_file_info(QStringLiteral("ZelvaniPickerData"),
                                  scene_text(id, picture, l.buttons));

@@ -165,6 +165,19 @@ private slots:
         QTest::newRow("many strings in one statement")
             << strings + ";\ncreateNode transform -n \"j\";\n"
             << true << QStringList{"j"};
+        QByteArray attributes = header + "createNode transform -n \"k\";\n";
+        for (int i = 0; i < 30000; ++i)
+            attributes += "\taddAttr -ln \"a" + QByteArray::number(i) + "\" -at \"double\";\n";
+        QTest::newRow("thousands of user attributes") << attributes << true << QStringList{"k"};
+        QTest::newRow("keys far past the last")
+            << header +
+                   "createNode animCurveTL -n \"c\";\n\tsetAttr \".ktv[2147483647]\" 1 2;\n"
+                   "\tsetAttr \".ktv[0:1]\" 1 2 3;\n\tsetAttr -s 9 \".kit[1000000000:1000000001]\" "
+                   "5 5;\n"
+                   "\tsetAttr \".ktv[-5]\" 1 2;\n\tsetAttr \".tan\" 1e300;\n"
+                   "connectAttr \"c.o\" \"c.o\";\nconnectAttr \"c.o\";\nconnectAttr \".o\" \"\";\n"
+                   "select -ne :time1;\n\tsetAttr \".o\" nan;\nsetAttr -k;\naddAttr;\n"
+            << true << QStringList{"c"};
         QTest::newRow("no semicolon at all")
             << header + QByteArray(1 << 20, 'a') << true << QStringList();
     }

@@ -1,5 +1,7 @@
 // Writing Maya ASCII: the text's layout, and write -> read round trips of nodes,
-// namespaces and fileInfo.
+// namespaces, fileInfo, attributes and curves.
+#include "core/anim_curves.h"
+#include "core/attributes.h"
 #include "core/scene.h"
 #include "ma/ma_file.h"
 
@@ -156,6 +158,115 @@ private slots:
         QVERIFY(error.contains("no/such/dir/x.ma"));
         QVERIFY(!ma::read_file(dir.filePath("missing.ma"), back, &warnings, &error));
         QVERIFY(error.contains("missing.ma"));
+    }
+
+    // A curve as Maya wrote it keeps its tangent types, runs and all; keys out of a damaged
+    // file's order come back sorted; a curve's plug follows it whatever the node is called.
+    void curves_keep_what_the_file_gave() {
+        const QByteArray text =
+            "//Maya ASCII 2016 scene\n"
+            "createNode transform -n \"Control\";\n"
+            "createNode animCurveTL -n \"Control_translateX\";\n"
+            "\tsetAttr \".tan\" 1;\n\tsetAttr \".wgt\" no;\n"
+            "\tsetAttr -s 4 \".ktv[0:3]\"  1 -0.2 31 0.5 61 -0.20790149113363499 91 4;\n"
+            "\tsetAttr -s 4 \".kit[0:3]\"  18 18 1 18;\n"
+            "\tsetAttr -s 4 \".kot[2:3]\"  5 1;\n"
+            "\tsetAttr -s 4 \".kix[2:3]\"  1 1;\n"
+            "createNode animCurveTU -n \"unordered\";\n"
+            "\tsetAttr -s 3 \".ktv[0:2]\"  30 3 10 1 20 2;\n"
+            "connectAttr \"Control_translateX.o\" \"Control.translateX\" -l on;\n"
+            "connectAttr \"unordered.output\" \"Control.sy\";\n// End of t.ma\n";
+        scene s;
+        read_back(text, s);
+        const host::anim_curve& curve = *s.at(s.find("Control_translateX").front()).curve;
+        QCOMPARE(curve.keys.size(), 4);
+        QCOMPARE(curve.keys[2].value, -0.20790149113363499);
+        QCOMPARE(curve.keys[1].out_tangent, quint8(0xff));
+        QCOMPARE(curve.keys[2].out_tangent, quint8(host::tangent_step));
+        const int control = s.find("Control").front();
+        const host::plug tx{control, host::find_attribute(s, control, "tx")};
+        s.time.current = 70; // stepped after the third key
+        QCOMPARE(host::plug_number(s, tx), -0.20790149113363499);
+        s.time.current = 46;
+        QCOMPARE(host::plug_number(s, tx), 0.5 + (-0.20790149113363499 - 0.5) / 2);
+        const host::plug sy{control, host::find_attribute(s, control, "sy")};
+        s.time.current = 26;
+        QCOMPARE(host::plug_number(s, sy), 2.6);
+
+        const QByteArray written = ma::write(s, "t.ma");
+        QVERIFY(written.contains("\tsetAttr \".tan\" 1;\n\tsetAttr \".wgt\" no;\n\tsetAttr -s 4 "
+                                 "\".ktv[0:3]\"  1 -0.2 31 0.5 61 -0.20790149113363499 91 4;\n"
+                                 "\tsetAttr -s 4 \".kit[0:3]\"  18 18 1 18;\n"
+                                 "\tsetAttr -s 4 \".kot[2:3]\"  5 1;\n"));
+        QVERIFY(written.contains("\tsetAttr -s 3 \".ktv[0:2]\"  10 1 20 2 30 3;\n"));
+        QVERIFY(written.contains("connectAttr \"Control_translateX.o\" \"Control.tx\";\n"));
+        QVERIFY(written.contains("connectAttr \"unordered.o\" \"Control.sy\";\n"));
+        scene back;
+        read_back(written, back);
+        QCOMPARE(ma::write(back, "t.ma").mid(written.indexOf("requires")),
+                 written.mid(written.indexOf("requires")));
+    }
+
+    // Each kind of user attribute, with defaults, ranges and states, as addAttr and setAttr
+    // lines that read back to the same attributes.
+    void user_attributes_are_written_as_maya_writes_them() {
+        scene s;
+        const int node = add(s, "transform", "ctrl");
+        const auto flags = [](const char* type, const char* extra = "") {
+            host::attribute_flags f;
+            f.insert("attributeType", type);
+            for (const QString& pair : QString(extra).split(' ', Qt::SkipEmptyParts))
+                f.insert(pair.section('=', 0, 0), pair.section('=', 1));
+            return f;
+        };
+        const QList<QPair<QString, host::attribute_flags>> wanted{
+            {"blend", flags("double", "defaultValue=0.5 minValue=0 maxValue=1 keyable=1")},
+            {"count", flags("long", "minValue=-3")},
+            {"flag", flags("bool", "keyable=true")},
+            {"mode", flags("enum", "enumName=Off:On=4 keyable=1")},
+            {"hidden", flags("short", "niceName=Secret")}};
+        for (const auto& w : wanted) {
+            host::attribute_flags f = w.second;
+            f.insert("longName", w.first);
+            host::attribute_spec spec;
+            QString error;
+            QVERIFY2(host::spec_from_flags(f, &spec, &error), qPrintable(error));
+            QVERIFY2(host::add_attribute(s, node, spec, &error), qPrintable(error));
+        }
+        host::attribute_flags text;
+        text.insert("longName", "note");
+        text.insert("shortName", "nt");
+        text.insert("dataType", "string");
+        host::attribute_spec spec;
+        QString error;
+        QVERIFY(host::spec_from_flags(text, &spec, &error));
+        QVERIFY(host::add_attribute(s, node, spec, &error));
+        QVERIFY(
+            host::set_text(s, {node, host::find_attribute(s, node, "nt")}, "a;\"b\"").isEmpty());
+        QVERIFY(host::set_number(s, {node, host::find_attribute(s, node, "mode")}, 4).isEmpty());
+        host::set_locked(s, {node, host::find_attribute(s, node, "count")}, true);
+        host::set_keyable(s, {node, host::find_attribute(s, node, "flag")}, false);
+
+        const QByteArray written = ma::write(s, "t.ma");
+        QVERIFY(written.contains("\taddAttr -ci true -k true -sn \"blend\" -ln \"blend\" -dv 0.5 "
+                                 "-min 0 -max 1 -at \"double\";\n"));
+        QVERIFY(written.contains("\taddAttr -ci true -k true -sn \"mode\" -ln \"mode\" -min 0 "
+                                 "-max 4 -en \"Off:On=4\" -at \"enum\";\n"));
+        QVERIFY(written.contains("\taddAttr -ci true -sn \"nt\" -ln \"note\" -dt \"string\";\n"));
+        QVERIFY(written.contains("\tsetAttr -l on \".count\";\n"));
+        QVERIFY(written.contains("\tsetAttr -k off \".flag\";\n"));
+        QVERIFY(written.contains("\tsetAttr \".mode\" 4;\n"));
+        QVERIFY(written.contains("\tsetAttr \".nt\" -type \"string\" \"a;\\\"b\\\"\";\n"));
+        scene back;
+        read_back(written, back);
+        QCOMPARE(ma::write(back, "t.ma").mid(written.indexOf("requires")),
+                 written.mid(written.indexOf("requires")));
+        const int again = back.find("ctrl").front();
+        QCOMPARE(host::nice_name(
+                     host::attribute_at(back, again, host::find_attribute(back, again, "hidden"))),
+                 QString("Secret"));
+        QCOMPARE(host::plug_text(back, {again, host::find_attribute(back, again, "note")}),
+                 QString("a;\"b\""));
     }
 };
 

@@ -2,6 +2,7 @@
 // command line keeps a history, the demo scene opens, batch runs answer dialogs.
 #include "command_line.h"
 #include "core/session.h"
+#include "demo_picker.h"
 #include "demo_scene.h"
 #include "dialog_answerer.h"
 #include "idle_pump.h"
@@ -37,16 +38,6 @@ class test_sandbox_window : public QObject {
     Q_OBJECT
     host::session& host = host::session::get();
     QStringList lines;
-
-    // The demo scene with the plug-in loaded and its window open on the scene's picker.
-    void open_demo_picker() {
-        QString error;
-        QVERIFY2(sandbox::open_demo_scene(&error), qPrintable(error));
-        QVERIFY(host.load_plugin(ZELVANI_PLUGIN_PATH));
-        host.run_idle();
-        host.execute("ZelvaniPicker;");
-        host.run_idle();
-    }
 
 private slots:
     void init() {

@@ -1,6 +1,7 @@
 #include "scene.h"
 
 #include "wildcard.h"
+#include "node_types.h"
 
 #include <QRegularExpression>
 
@@ -35,6 +36,9 @@ scene::scene() {
 
 void scene::clear() {
     ++generation_;
+    ++attribute_generation_;
+    time = time_state();
+    held.clear();
     nodes_.clear();
     live_ = 0;
     by_name_.clear();
@@ -179,6 +183,8 @@ int scene::create_node(const QString& type, const QString& name, int parent, boo
     n.name = final_name;
     n.type = type;
     n.parent = parent;
+    if (is_time_curve(type))
+        n.curve = std::make_unique<anim_curve>();
     nodes_.push_back(std::move(n));
     const int id = int(nodes_.size()) - 1;
     index_name(id);
@@ -245,6 +251,7 @@ void scene::remove_node(int id) {
     const QVector<int> children = nodes_[size_t(id)].children;
     for (int child : children)
         remove_node(child);
+    detach_animation(id);
     node& n = nodes_[size_t(id)];
     unindex_name(id);
     if (n.parent >= 0)
@@ -254,7 +261,34 @@ void scene::remove_node(int id) {
     --namespace_nodes_[namespace_of(n.name)];
     n.alive = false;
     n.children.clear();
+    n.attributes.reset();
+    n.curve.reset();
     --live_;
+}
+
+void scene::detach_animation(int id) {
+    node& n = nodes_[size_t(id)];
+    if (n.curve && n.curve->target >= 0) {
+        // A curve that goes leaves its plug with the value it gave.
+        node& target = nodes_[size_t(n.curve->target)];
+        if (target.attributes)
+            target.attributes->curves.remove(n.curve->target_attribute);
+        n.curve->target = -1;
+        ++attribute_generation_;
+    }
+    if (!n.attributes || n.attributes->curves.isEmpty())
+        return;
+    // As in Maya, a node's animation curves go with it.
+    const QList<int> curves = n.attributes->curves.values();
+    n.attributes->curves.clear();
+    for (int curve : curves) {
+        if (curve < int(nodes_.size()) && nodes_[size_t(curve)].alive &&
+            nodes_[size_t(curve)].curve) {
+            nodes_[size_t(curve)].curve->target = -1;
+            remove_node(curve);
+        }
+    }
+    ++attribute_generation_;
 }
 
 bool scene::rename_node(int id, const QString& new_name) {
@@ -270,6 +304,36 @@ bool scene::rename_node(int id, const QString& new_name) {
     nodes_[size_t(id)].name = new_name;
     ++namespace_nodes_[namespace_of(new_name)];
     index_name(id);
+    return true;
+}
+
+bool scene::reparent(int id, int new_parent) {
+    for (int up = new_parent; up >= 0; up = nodes_[size_t(up)].parent) {
+        if (up == id)
+            return false;
+    }
+    ++generation_;
+    node& n = nodes_[size_t(id)];
+    if (n.parent >= 0)
+        nodes_[size_t(n.parent)].children.removeAll(id);
+    else
+        roots_.removeAll(id);
+    n.parent = new_parent;
+    if (new_parent >= 0)
+        nodes_[size_t(new_parent)].children.append(id);
+    else
+        roots_.append(id);
+    // A sibling of that name takes precedence: the moved node is renamed, as in Maya.
+    int same = 0;
+    for (int other : by_name_.value(n.name))
+        same += other != id && nodes_[size_t(other)].alive &&
+                nodes_[size_t(other)].parent == new_parent;
+    if (same > 0) {
+        const QString renamed = unique_name(n.name);
+        unindex_name(id);
+        n.name = renamed;
+        index_name(id);
+    }
     return true;
 }
 

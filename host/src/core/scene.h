@@ -4,11 +4,15 @@
 // Names: a node's name carries its namespace ("rig:face:jaw") and never a leading
 // colon. Namespaces are stored by full name without the leading colon; "" is the root
 // ":". Short names may repeat under different parents; a path "|a|b" tells them apart.
+#include "attribute_data.h"
+
 #include <QHash>
 #include <QPair>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVector>
+#include <memory>
 #include <vector>
 
 namespace host {
@@ -19,6 +23,8 @@ struct node {
     int parent = -1;
     bool alive = true;
     QVector<int> children;
+    std::unique_ptr<node_attributes> attributes; // made when an attribute is first touched
+    std::unique_ptr<anim_curve> curve;           // animation curve nodes only
 };
 
 class scene {
@@ -60,8 +66,15 @@ public:
     // Deletes a node and its descendants.
     void remove_node(int id);
     bool rename_node(int id, const QString& new_name);
+    // Moves a node under `new_parent` (-1: the world); a clash among its new siblings gives
+    // it the next free name. False when that would make a cycle.
+    bool reparent(int id, int new_parent);
+    // `base`, or with the next free number when a node has that name already.
+    QString unique_name(const QString& base) const;
 
     const node& at(int id) const { return nodes_[size_t(id)]; }
+    // A node's attribute and curve data, for attributes.cpp and anim_curves.cpp.
+    node& edit(int id) { return nodes_[size_t(id)]; }
     int node_capacity() const { return int(nodes_.size()); }
     int node_count() const { return live_; }
     QVector<int> live_nodes() const;
@@ -86,10 +99,19 @@ public:
 
     // Goes up with every change of nodes or namespaces, so that views know when to redraw.
     quint64 generation() const { return generation_; }
+    // The same for attribute values, keys and the time.
+    quint64 attribute_generation() const { return attribute_generation_; }
+    void attributes_changed() { ++attribute_generation_; }
+
+    // --- time ---
+    time_state time;
+    // Plugs a curve drives that were set by hand since the time last changed, as
+    // (node, attribute index): they keep the hand-set value until then.
+    QSet<QPair<int, int>> held;
 
 private:
     bool sibling_clash(const QString& name, int parent) const;
-    QString unique_name(const QString& base) const;
+    void detach_animation(int id);
     void index_name(int id);
     void unindex_name(int id);
 
@@ -105,6 +127,7 @@ private:
     QString name_;
     bool modified_ = false;
     quint64 generation_ = 0;
+    quint64 attribute_generation_ = 0;
 };
 
 // The namespace part of a node name: "a:b:c" -> "a:b", "c" -> "".

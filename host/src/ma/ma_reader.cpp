@@ -121,8 +121,15 @@ void file_reader::on_statement(const statement& s) {
         handler = &file_reader::on_namespace;
     else if (is("requires"))
         handler = &file_reader::on_requires;
-    else if (!is("setAttr") && !is("connectAttr") && !is("currentUnit") && !is("rename") &&
-             !is("select") && !is("addAttr") && !is("relationship") && !is("lockNode"))
+    else if (is("setAttr"))
+        handler = takes_set_attr(s) ? &file_reader::on_set_attr : nullptr;
+    else if (is("addAttr"))
+        handler = current_node_ >= 0 ? &file_reader::on_add_attr : nullptr;
+    else if (is("connectAttr"))
+        handler = &file_reader::on_connect_attr;
+    else if (is("select"))
+        handler = &file_reader::on_select;
+    else if (!is("currentUnit") && !is("rename") && !is("relationship") && !is("lockNode"))
         return; // anything else is no evidence that this is a scene
     ++known_statements_;
     if (!handler)
@@ -135,6 +142,8 @@ void file_reader::on_statement(const statement& s) {
 // ---------------------------------------------------------------- statements
 
 void file_reader::on_create_node() {
+    current_node_ = -1;
+    current_is_time_ = false;
     const command_args a = split_args(args_, create_node_values, false);
     if (a.positional.empty()) {
         warn(QStringLiteral("createNode without a node type"));
@@ -155,7 +164,7 @@ void file_reader::on_create_node() {
         skipped_.insert(name);
         return;
     }
-    create_node(type, name, parent, shared);
+    current_node_ = create_node(type, name, parent, shared);
 }
 
 int file_reader::find_parent(const QString& written, const QString& child) {
@@ -173,26 +182,30 @@ int file_reader::find_parent(const QString& written, const QString& child) {
     return -1;
 }
 
-void file_reader::create_node(const QString& type, const QString& name, int parent, bool shared) {
+int file_reader::create_node(const QString& type, const QString& name, int parent, bool shared) {
     scene& target = session_.target;
     if (name.isEmpty()) {
-        if (target.create_node(type, join(current_, type + QLatin1Char('1')), parent, true) < 0)
+        const int id =
+            target.create_node(type, join(current_, type + QLatin1Char('1')), parent, true);
+        if (id < 0)
             warn(QStringLiteral("createNode %1: cannot name a node of this type").arg(type));
-        return;
+        return id;
     }
-    if (target.create_node(type, name, parent, false) >= 0)
-        return;
+    const int made = target.create_node(type, name, parent, false);
+    if (made >= 0)
+        return made;
     if (!scene::valid_node_name(name)) {
         warn(
             QStringLiteral("createNode: invalid node name \"%1\"; the node is left out").arg(name));
-        return;
+        return -1;
     }
     if (shared)
-        return; // a shared node that exists already is kept
+        return -1; // a shared node that exists already is kept as it is
     const int id = target.create_node(type, name, parent, true);
     if (id >= 0)
         warn(QStringLiteral("createNode: %1 exists already; the new node is named %2")
                  .arg(name, target.at(id).name));
+    return id;
 }
 
 void file_reader::on_file_info() {

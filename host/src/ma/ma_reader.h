@@ -12,6 +12,7 @@
 namespace host {
 
 class scene;
+struct anim_curve;
 
 namespace ma {
 
@@ -45,7 +46,7 @@ private:
     void on_statement(const statement& s);
     void on_create_node();
     int find_parent(const QString& written, const QString& child);
-    void create_node(const QString& type, const QString& name, int parent, bool shared);
+    int create_node(const QString& type, const QString& name, int parent, bool shared);
     void on_file_info();
     void on_namespace();
     void on_requires();
@@ -55,6 +56,17 @@ private:
     bool loadable(const QString& resolved, const QString& type, const QString& name_space,
                   const QString& label);
     bool read_referenced(const QString& resolved, const QString& name_space, const QString& label);
+
+    // Attributes, keys and time (ma_attribute_reader.cpp).
+    bool takes_set_attr(const statement& s);
+    void on_set_attr();
+    void on_set_special(const command_args& a);
+    void on_add_attr();
+    void on_connect_attr();
+    void on_select();
+    void set_curve_data(anim_curve& curve, const QString& attribute,
+                        const std::vector<const arg*>& values);
+    void set_time_settings(const QString& text);
 
     QString decode(const arg* a) const;
     QString node_type(const arg* a);
@@ -80,6 +92,10 @@ private:
     std::vector<arg> args_;
     QSet<QString> skipped_;            // shared nodes a reference leaves to the scene
     QHash<QByteArray, QString> types_; // node types, shared among the nodes
+
+    int current_node_ = -1;        // the node setAttr and addAttr lines apply to
+    bool current_is_time_ = false; // after "select -ne :time1"
+    int set_attr_index_ = -1;      // the attribute the next setAttr sets, -1 for the others
 
     bool seen_header_ = false;
     bool seen_end_ = false;

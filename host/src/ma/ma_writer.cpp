@@ -1,5 +1,7 @@
 // Writes the scene as Maya writes a .ma file: header, requires, units, fileInfo, nodes
-// with parents first, then the namespaces that no node implies, and the end line.
+// with parents first and their attributes, the namespaces that no node implies, the
+// time, the curves' connections, and the end line.
+#include "ma_attribute_writer.h"
 #include "ma_file.h"
 #include "ma_text.h"
 
@@ -70,22 +72,17 @@ QVector<int> parents_first(const scene& from) {
     return order;
 }
 
-void write_nodes(const scene& from, QString& out) {
-    const QVector<int> order = parents_first(from);
-    QHash<QString, int> name_counts;
-    for (int id : order)
-        ++name_counts[from.at(id).name];
+void write_nodes(const scene& from, const QVector<int>& order, const node_namer& name_of,
+                 QString& out) {
     for (int id : order) {
         const node& n = from.at(id);
         out += QLatin1String("createNode ");
         out += is_plain_word(n.type) ? n.type : quoted(n.type);
         out += QLatin1String(" -n ") + quoted(n.name);
-        if (n.parent >= 0) {
-            const QString& parent = from.at(n.parent).name;
-            out += QLatin1String(" -p ");
-            out += quoted(name_counts.value(parent) > 1 ? from.full_path(n.parent) : parent);
-        }
+        if (n.parent >= 0)
+            out += QLatin1String(" -p ") + quoted(name_of(n.parent));
         out += QLatin1String(";\n");
+        write_node_attributes(from, id, out);
     }
 }
 
@@ -140,8 +137,18 @@ QByteArray write(const scene& from, const QString& file_name) {
         out += QLatin1String("fileInfo ") + quoted(info.first) + QLatin1Char(' ') +
                quoted(info.second) + QLatin1String(";\n");
     }
-    write_nodes(from, out);
+    const QVector<int> order = parents_first(from);
+    QHash<QString, int> name_counts;
+    for (int id : order)
+        ++name_counts[from.at(id).name];
+    const node_namer name_of = [&](int id) {
+        return name_counts.value(from.at(id).name) > 1 ? from.full_path(id) : from.at(id).name;
+    };
+    write_nodes(from, order, name_of, out);
+    write_time_settings_node(from, out);
     write_empty_namespaces(from, out);
+    write_current_time(from, out);
+    write_curve_connections(from, name_of, out);
     out += QStringLiteral("// End of %1\n").arg(name);
     return out.toUtf8();
 }

@@ -81,7 +81,10 @@ parsed_flags parse_flags(const builtin_call& call, std::initializer_list<flag_sp
         if (!declared)
             call.fail(QStringLiteral("Invalid flag '-%1'").arg(f));
         const QLatin1String name(declared->long_name);
-        const int wanted = out.query ? 0 : declared->values;
+        // A negative count: that many values, which the flag keeps in query mode too.
+        const int wanted = declared->values < 0 ? -declared->values
+                           : out.query          ? 0
+                                                : declared->values;
         // From Python, True or False sets or leaves out a flag without values, and is the
         // value of a flag that takes one.
         const int given = call.switch_of(k);

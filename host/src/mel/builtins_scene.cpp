@@ -1,5 +1,6 @@
 // Built-in commands on the scene: fileInfo, file, namespaces, nodes, selection, plug-ins.
-#include "evaluator.h"
+#include "builtins_common.h"
+#include "core/node_types.h"
 
 #include <QFileInfo>
 
@@ -174,7 +175,7 @@ value ls(builtin_call& c) {
         }
     }
     for (int id : ids) {
-        if (type_filter.isEmpty() || s.at(id).type == type_filter)
+        if (type_filter.isEmpty() || is_a(s.at(id).type, type_filter))
             out << s.display_name(id);
     }
     return value::of_strings(out);
@@ -206,15 +207,6 @@ value select(builtin_call& c) {
     return value();
 }
 
-int single_node(builtin_call& c, const QString& name) {
-    const QVector<int> ids = c.host.scene.find(name);
-    if (ids.isEmpty())
-        c.fail(QStringLiteral("No object matches name: %1").arg(name));
-    if (ids.size() > 1)
-        c.fail(QStringLiteral("More than one object matches name: %1").arg(name));
-    return ids.first();
-}
-
 value create_node(builtin_call& c) {
     const parsed_flags f = parse_flags(
         c, {{"n", "name", 1}, {"p", "parent", 1}, {"ss", "skipSelect", 0}, {"s", "shared", 0}});
@@ -227,7 +219,7 @@ value create_node(builtin_call& c) {
         name = name.mid(1);
     else if (!s.current_namespace().isEmpty())
         name = s.current_namespace() + QLatin1Char(':') + name;
-    const int parent = f.has("parent") ? single_node(c, to_string(f.get("parent"))) : -1;
+    const int parent = f.has("parent") ? node_argument(c, to_string(f.get("parent"))) : -1;
     const int id = s.create_node(type, name, parent, true);
     if (id < 0)
         c.fail(QStringLiteral("'%1' is not a valid node name.").arg(name));
@@ -258,7 +250,14 @@ value delete_nodes(builtin_call& c) {
 }
 
 value obj_exists(builtin_call& c) {
-    const QString name = to_string(c.args.value(0)).section(QLatin1Char('.'), 0, 0);
+    const QString text = to_string(c.args.value(0));
+    const QString attribute = text.section(QLatin1Char('.'), 1);
+    // A plug exists with its attribute; a component ("pCube1.vtx[0]") with its node.
+    if (!attribute.isEmpty() && !attribute.contains(QLatin1Char('['))) {
+        plug p;
+        return value::of_int(find_plug(c.host.scene, text, p) == plug_lookup::found);
+    }
+    const QString name = text.section(QLatin1Char('.'), 0, 0);
     return value::of_int(!name.isEmpty() && !c.host.scene.match(name).isEmpty() ? 1 : 0);
 }
 

@@ -78,6 +78,9 @@ evaluator::evaluator(session& host) : host_(host) {
     register_string_builtins(builtins_);
     register_math_builtins(builtins_);
     register_system_builtins(builtins_);
+    register_attribute_builtins(builtins_);
+    register_key_builtins(builtins_);
+    register_node_builtins(builtins_);
 }
 
 evaluator::~evaluator() = default;

@@ -48,7 +48,8 @@ struct builtin_call {
 using builtin = std::function<value(builtin_call&)>;
 using builtin_table = QHash<QString, builtin>;
 
-// Flags of a built-in: the short and long names and how many values follow each.
+// Flags of a built-in: the short and long names and how many values follow each. A
+// negative count is that many values in query mode too ("keyframe -q -at tx").
 struct flag_spec {
     const char* short_name;
     const char* long_name;
@@ -77,6 +78,9 @@ void register_language_builtins(builtin_table& table);
 void register_string_builtins(builtin_table& table);
 void register_math_builtins(builtin_table& table);
 void register_system_builtins(builtin_table& table);
+void register_attribute_builtins(builtin_table& table);
+void register_key_builtins(builtin_table& table);
+void register_node_builtins(builtin_table& table);
 
 class evaluator {
 public:
