@@ -1,5 +1,6 @@
 #include "document/picture_bytes.h"
 
+#include <QIODevice>
 #include <QImage>
 #include <QRunnable>
 #include <QThreadPool>

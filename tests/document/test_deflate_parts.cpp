@@ -30,7 +30,7 @@ QByteArray joined(const QByteArray& whole, const QVector<int>& cuts, int level, 
                   QVector<deflated_part>* made = nullptr) {
     QVector<deflated_part> parts;
     int begin = 0;
-    for (int end : cuts + QVector<int>{whole.size()}) {
+    for (int end : cuts + QVector<int>{int(whole.size())}) {
         const int dictionary = primed ? std::min(begin, 32 * 1024) : 0;
         parts.append(deflate_part(whole.constData() + begin, end - begin, level, dictionary));
         begin = end;
