@@ -61,6 +61,14 @@ void evaluator::define_procs(const std::vector<stmt_ptr>& program, int unit) {
 
 execution evaluator::run_text(const QString& source) {
     execution result;
+    // A command may run MEL inside an execution; only the outermost starts a new budget.
+    if (runs_ == 0)
+        steps_ = 0;
+    ++runs_;
+    struct run_release {
+        int& r;
+        ~run_release() { --r; }
+    } release{runs_};
     try {
         std::vector<stmt_ptr> program = parse(source);
         const int unit = next_unit_++;
@@ -121,6 +129,32 @@ bool evaluator::is_callable(const QString& name) const {
     return find_proc(name, &unit) || builtins_.contains(name) || host_.command(name);
 }
 
+// ---------------------------------------------------------------- the budget
+
+void evaluator::step(const position& at, qint64 cost) {
+    if (step_limit_ <= 0)
+        return;
+    steps_ += cost;
+    if (steps_ > step_limit_) {
+        mel_error e{at, QStringLiteral("Execution stopped after %1 steps.").arg(step_limit_)};
+        e.fatal = true;
+        throw e;
+    }
+}
+
+namespace {
+
+qint64 size_of(const value& v) {
+    return v.kind == type::string ? v.s.size() : v.array_size();
+}
+
+} // namespace
+
+const value& evaluator::charged(const position& at, const value& v) {
+    step(at, size_of(v));
+    return v;
+}
+
 // ---------------------------------------------------------------- statements
 
 evaluator::flow evaluator::exec_block(const std::vector<stmt_ptr>& body) {
@@ -134,6 +168,7 @@ evaluator::flow evaluator::exec_block(const std::vector<stmt_ptr>& body) {
 }
 
 evaluator::flow evaluator::exec(const stmt& s) {
+    step(s.at);
     switch (s.what) {
     case stmt::kind::empty:
     case stmt::kind::proc:
@@ -294,6 +329,8 @@ void evaluator::assign_to(const expr& target, const value& v) {
         }
         if (!var->v.is_array())
             fail(target.at, QStringLiteral("\"$%1\" is not an array.").arg(target.a->name));
+        // Growing an array costs the elements it gains.
+        step(target.at, qMax(0, index + 1 - var->v.array_size()));
         if (!set_element(var->v, index, v))
             fail(target.at, QStringLiteral("Array index out of range: %1").arg(index));
         return;
@@ -304,6 +341,7 @@ void evaluator::assign_to(const expr& target, const value& v) {
 // ---------------------------------------------------------------- expressions
 
 value evaluator::eval(const expr& e) {
+    step(e.at);
     switch (e.what) {
     case expr::kind::literal:
         return e.literal;
@@ -329,7 +367,7 @@ value evaluator::eval(const expr& e) {
         return value::of_float(-to_float(v));
     }
     case expr::kind::binary:
-        return eval_binary(e);
+        return charged(e.at, eval_binary(e));
     case expr::kind::logical: {
         const bool left = to_bool(eval(*e.a));
         if (e.name == QLatin1String("&&"))
@@ -354,13 +392,14 @@ value evaluator::eval(const expr& e) {
             op.b->literal = std::move(v);
             v = eval_binary(op);
         }
+        step(e.at, size_of(v));
         assign_to(*e.a, v);
         return eval(*e.a);
     }
     case expr::kind::incdec:
         return eval_incdec(e);
     case expr::kind::call:
-        return eval_call(e);
+        return charged(e.at, eval_call(e));
     case expr::kind::array_lit: {
         QVector<value> items;
         type t = type::string;
@@ -377,13 +416,15 @@ value evaluator::eval(const expr& e) {
         value out = value::empty_of(array_of(t));
         for (int k = 0; k < items.size(); ++k)
             set_element(out, k, items[k]);
-        return out;
+        return charged(e.at, out);
     }
     case expr::kind::catch_call: {
         try {
             eval(*e.a);
             return value::of_int(0);
         } catch (const mel_error& err) {
+            if (err.fatal)
+                throw;
             if (!err.reported && e.name == QLatin1String("catch"))
                 host_.out.error(position_text(err.at) + err.message);
             return value::of_int(1);
@@ -537,7 +578,7 @@ value evaluator::call_proc(const proc_def& def, int unit, const QVector<value>& 
         value v;
         if (!convert(args[k], p.declared, v))
             fail(e.args[size_t(k)]->at, QStringLiteral("Cannot convert data of type %1 to type %2.")
-                                    .arg(type_name(args[k].kind), type_name(p.declared)));
+                                            .arg(type_name(args[k].kind), type_name(p.declared)));
         frames_.back().scopes.back().insert(p.name,
                                             std::make_shared<variable>(variable{p.declared, v}));
     }

@@ -64,6 +64,12 @@ public:
     // Runs a text inside the current execution (eval); errors propagate.
     value eval_nested(const QString& source, const position& at);
 
+    // A budget for each outermost execution, 0 for none. Every statement and expression
+    // costs one step, and every value built costs its length besides, so that the budget
+    // bounds both time and memory. A script past it ends with an error that catch does not
+    // stop: a loop that never ends is legitimate MEL, and this is how a host bounds it.
+    void set_step_limit(qint64 limit) { step_limit_ = limit; }
+
     bool is_callable(const QString& name) const;
     void assign_to(const expr& target, const value& v);
     session& host() { return host_; }
@@ -100,6 +106,8 @@ private:
     [[noreturn]] void fail(const position& at, const QString& message) const {
         throw mel_error{at, message};
     }
+    void step(const position& at, qint64 cost = 1);
+    const value& charged(const position& at, const value& v);
 
     session& host_;
     builtin_table builtins_;
@@ -113,6 +121,9 @@ private:
     std::vector<frame> frames_;
     int next_unit_ = 1;
     int depth_ = 0;
+    int runs_ = 0; // nested run_text calls; the outermost one starts the count
+    qint64 step_limit_ = 0;
+    qint64 steps_ = 0;
     value return_value_;
 };
 

@@ -16,4 +16,8 @@ execution interpreter::execute(const QString& source, const QString&) {
     return d->eval.run_text(source);
 }
 
+void interpreter::set_step_limit(qint64 limit) {
+    d->eval.set_step_limit(limit);
+}
+
 } // namespace host::mel

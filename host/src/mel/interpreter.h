@@ -16,6 +16,8 @@ public:
     // its line and column, ends the execution and returns ok == false. Global procedures
     // and global variables outlive the execution.
     execution execute(const QString& source, const QString& source_name = QString());
+    // Bounds each execution: see evaluator::set_step_limit. 0, the default, for none.
+    void set_step_limit(qint64 limit);
 
 private:
     struct impl;
