@@ -4,6 +4,7 @@
 #include "canvas/banner_overlay.h"
 #include "canvas/picker_view.h"
 #include "canvas/zoom_step.h"
+#include "document/button_geometry.h"
 
 #include <QWheelEvent>
 
@@ -42,9 +43,10 @@ QRect picker_view::rect_to_picker(const QRect& r) const {
         r, [this](int e, bool x) { return to_picker_edge(e, zoom, x ? offset.x() : offset.y()); });
 }
 
+// A point far outside the widget maps to the held edge of the picker.
 QPoint picker_view::to_picker(const QPoint& p) const {
-    return QPoint(int(double(float(p.x() - offset.x())) / zoom),
-                  int(double(float(p.y() - offset.y())) / zoom));
+    return QPoint(held_coordinate(double(float(qint64(p.x()) - offset.x())) / zoom),
+                  held_coordinate(double(float(qint64(p.y()) - offset.y())) / zoom));
 }
 
 void picker_view::set_offset(const QPoint& new_offset) {

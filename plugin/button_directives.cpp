@@ -8,6 +8,7 @@
 #include "window/picker_window.h"
 
 #include <QColor>
+#include <limits>
 #include <maya/MGlobal.h>
 
 namespace {
@@ -19,8 +20,13 @@ MString slot(const MStringArray& args, unsigned int i) {
 int slot_int(const MStringArray& args, unsigned int i) {
     return slot(args, i).asInt();
 }
+// Truncated toward zero; a number past the range of int, or not a number, is held at
+// its edge (0 for NaN).
 int slot_coordinate(const MStringArray& args, unsigned int i) {
-    return int(slot(args, i).asFloat());
+    const float v = slot(args, i).asFloat();
+    if (!(v > -2147483648.0f))
+        return v < 0 ? std::numeric_limits<int>::min() : 0;
+    return v < 2147483648.0f ? int(v) : std::numeric_limits<int>::max();
 }
 QString slot_text(const MStringArray& args, unsigned int i) {
     return MQtUtil::toQString(slot(args, i));

@@ -8,8 +8,10 @@ namespace {
 
 const QStringList builtin_namespaces{"UI", "shared"};
 
+// The whole text must match: `$` alone would also take a name that ends in a line break.
 bool valid_namespace_part(const QString& part) {
-    static const QRegularExpression re(QStringLiteral("^[A-Za-z_][A-Za-z0-9_]*$"));
+    static const QRegularExpression re(
+        QRegularExpression::anchoredPattern(QStringLiteral("[A-Za-z_][A-Za-z0-9_]*")));
     return re.match(part).hasMatch();
 }
 
@@ -62,8 +64,8 @@ void scene::clear() {
 }
 
 bool scene::valid_node_name(const QString& name) {
-    static const QRegularExpression re(
-        QStringLiteral("^([A-Za-z_][A-Za-z0-9_]*:)*[A-Za-z_][A-Za-z0-9_]*$"));
+    static const QRegularExpression re(QRegularExpression::anchoredPattern(
+        QStringLiteral("([A-Za-z_][A-Za-z0-9_]*:)*[A-Za-z_][A-Za-z0-9_]*")));
     return re.match(name).hasMatch();
 }
 
