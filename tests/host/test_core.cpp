@@ -161,6 +161,41 @@ private slots:
         QVERIFY(host.idle.empty());
     }
 
+    void idle_log_keeps_what_was_queued_while_on() {
+        MGlobal::executeCommandOnIdle("print 1;");
+        QVERIFY(host.idle.log().empty()); // off by default
+        host.idle.set_logging(true);
+        MGlobal::executeCommandOnIdle("print 2;");
+        MGlobal::executePythonCommandOnIdle("x = 3");
+        host.idle.push_task([] {});
+        host.run_idle();
+        QCOMPARE(int(host.idle.log().size()), 3); // ran or not, they stay logged
+        QCOMPARE(host.idle.log()[0].text, QString("print 2;"));
+        QVERIFY(host.idle.log()[1].what == host::idle_queue::kind::python);
+        QVERIFY(host.idle.log()[2].what == host::idle_queue::kind::task);
+        host.reset();
+        QVERIFY(host.idle.log().empty());
+        MGlobal::executeCommandOnIdle("print 4;");
+        QVERIFY(host.idle.log().empty());
+    }
+
+    void names_must_match_whole() {
+        // A line break at the end passed a pattern anchored with ^ and $: two such nodes
+        // were "arm\n" and "arm\n1", and a save and reopen lost one.
+        host::scene& s = host.scene;
+        for (const char* bad : {"arm\n", "rig:arm\n", "\narm", "arm\r\n"})
+            QCOMPARE(s.create_node("transform", bad, -1, true), -1);
+        QVERIFY(!s.ensure_namespace("rig\n"));
+        QVERIFY(!s.ensure_namespace("rig:\nface"));
+        const int arm = s.create_node("transform", "arm", -1, true);
+        QVERIFY(arm >= 0);
+        QVERIFY(!s.rename_node(arm, "leg\n"));
+        QStringList lines;
+        host.out.set_sink([&](host::line_kind, const QString& l) { lines << l; });
+        QVERIFY(!host.execute("createNode transform -n \"arm\\n\";").ok);
+        QCOMPARE(s.node_count(), 1);
+    }
+
     void arg_list_keeps_arrays_whole() {
         MArgList args;
         MArgListAccess::add(args, "restore");
