@@ -2,6 +2,7 @@
 
 #include "dialog_answerer.h"
 #include "openmaya/access.h"
+#include "picker_mel_lines.h"
 
 #include <QApplication>
 #include <QDir>
@@ -53,10 +54,17 @@ QDockWidget* find_dock() {
     return nullptr;
 }
 
-void send_mouse(QWidget* view, QEvent::Type type, const QPoint& at, Qt::MouseButtons buttons) {
-    QMouseEvent event(type, at, view->mapToGlobal(at), Qt::LeftButton, buttons,
-                      Qt::ControlModifier);
+void send_mouse(QWidget* view, QEvent::Type type, const QPoint& at, Qt::MouseButtons buttons,
+                Qt::KeyboardModifiers keys) {
+    QMouseEvent event(type, at, view->mapToGlobal(at), Qt::LeftButton, buttons, keys);
     QApplication::sendEvent(view, &event);
+}
+
+void drag(QWidget* view, const QPoint& from, const QPoint& to, Qt::KeyboardModifiers keys) {
+    send_mouse(view, QEvent::MouseButtonPress, from, Qt::LeftButton, keys);
+    send_mouse(view, QEvent::MouseMove, (from + to) / 2, Qt::LeftButton, keys);
+    send_mouse(view, QEvent::MouseMove, to, Qt::LeftButton, keys);
+    send_mouse(view, QEvent::MouseButtonRelease, to, Qt::NoButton, keys);
 }
 
 } // namespace
@@ -85,6 +93,7 @@ void start(bool plugin) {
     new sandbox::dialog_answerer(qApp);
     // Lines the host prints are noise here; a failed check says what it saw.
     host().out.set_sink([](host::line_kind, const QString&) {});
+    host().idle.set_logging(true);
     if (plugin) {
         QString error;
         if (!host().load_plugin(QStringLiteral(ZELVANI_PLUGIN_PATH), &error))
@@ -149,6 +158,7 @@ void reset(what_changed what) {
     // Views of closed tabs may be deleted once control is back in the event loop.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     h.python_log.clear();
+    h.idle.clear_log();
     scene_snapshot = snapshot();
 }
 
@@ -176,6 +186,14 @@ MStatus picker_bytes(const QList<QByteArray>& words) {
 
 void run_idle_and_check() {
     host().run_idle();
+    for (const auto& entry : host().idle.log()) {
+        QStringList words;
+        if (entry.what == host::idle_queue::kind::python)
+            fail("Python was queued", entry.text);
+        if (entry.what == host::idle_queue::kind::mel && !own_fixed_line(entry.text) &&
+            !select_arguments(entry.text, &words))
+            fail("MEL that is not the picker's own was queued", entry.text);
+    }
     if (!host().python_log.isEmpty())
         fail("Python ran", host().python_log.join(QLatin1Char('\n')));
     const QStringList now = snapshot();
@@ -203,7 +221,9 @@ bool trigger(const QString& text) {
         // Menus set their entries' state as they open.
         emit menu->aboutToShow();
         for (QAction* action : menu->actions()) {
-            if (action->text() == text && action->isEnabled()) {
+            // "Undo" reads "Undo Paste Buttons" while there is one.
+            const bool named = action->text() == text || action->text().startsWith(text + ' ');
+            if (named && action->isEnabled()) {
                 action->trigger();
                 return true;
             }
@@ -224,13 +244,16 @@ void select_with_mouse() {
     QWidget* view = current_view();
     if (!view)
         return;
-    // Ctrl edits: a press on a button selects it and the drag moves it; elsewhere the drag
-    // draws a band. Either way no command button runs, as only a plain click runs one.
     const QPoint from(-20000, -20000), to(view->width() + 20000, view->height() + 20000);
-    send_mouse(view, QEvent::MouseButtonPress, from, Qt::LeftButton);
-    send_mouse(view, QEvent::MouseMove, (from + to) / 2, Qt::LeftButton);
-    send_mouse(view, QEvent::MouseMove, to, Qt::LeftButton);
-    send_mouse(view, QEvent::MouseButtonRelease, to, Qt::NoButton);
+    // With Ctrl a press on a button selects it for editing and the drag moves it; elsewhere
+    // the drag draws a band. No command runs, and nothing goes to the host.
+    drag(view, from, to, Qt::ControlModifier);
+    // Without Ctrl the band's selection goes to the host. A press on a command button
+    // would be a click that runs it: the corner must be empty, as the lookup by widget
+    // point tells.
+    if (!picker({QStringLiteral("query_button"), QStringLiteral("-"), QString::number(from.x()),
+                 QString::number(from.y())}))
+        drag(view, from, to, Qt::NoModifier);
 }
 
 } // namespace fuzz

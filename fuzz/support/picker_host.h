@@ -38,8 +38,9 @@ MStatus picker(const QStringList& words);
 // MString does.
 MStatus picker_bytes(const QList<QByteArray>& words);
 
-// Drains the idle queue, then checks that nothing the data carried ran as code: no
-// Python, and the scene's nodes and namespaces as reset() left them. Aborts otherwise.
+// Drains the idle queue, then checks that nothing the data carried became code: every
+// text queued is the picker's own MEL or a select line of plain words, no Python ran, and
+// the scene's nodes and namespaces are as reset() left them. Aborts otherwise.
 void run_idle_and_check();
 
 // The window's parts, found as a user finds them.
@@ -49,7 +50,9 @@ QWidget* current_view();
 bool trigger(const QString& text);
 // Paints the current tab as the screen would show it.
 void paint_current_view();
-// Drags a band from corner to corner of the current tab, then clicks its centre.
+// Drags from far outside one corner of the current tab to far outside the other: with
+// Ctrl, which selects or moves for editing; then without, which sends the selection to
+// the host, when no button lies under the press (a click on a command button runs it).
 void select_with_mouse();
 
 } // namespace fuzz
