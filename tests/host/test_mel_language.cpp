@@ -117,6 +117,17 @@ private slots:
         QCOMPARE(run("1 + 1;"), QString("2")); // the interpreter is still sound
     }
 
+    void strings_read_their_leading_number_in_one_pass() {
+        QCOMPARE(run("float $f = \"1.5e3xyz\"; $f;"), QString("1500"));
+        QCOMPARE(run("float $f = \"  -.5.5\"; $f;"), QString("-0.5"));
+        QCOMPARE(run("float $f = \"1e-5\"; $f;"), QString("1"));
+        QCOMPARE(run("int $i = \"12e\"; $i;"), QString("12"));
+        QCOMPARE(run("int $i = \"e12\"; $i;"), QString("0"));
+        // Every shorter prefix of a long run of points was tried once: quadratic.
+        const QString points = QStringLiteral("1.").repeated(200000);
+        QCOMPARE(run("float $f = \"" + points + "\"; $f;"), QString("1.1"));
+    }
+
     void a_step_budget_ends_what_would_run_for_ever() {
         host.mel().set_step_limit(10000);
         QCOMPARE(run("int $i = 0; while (1) $i++;"), QString("ERROR"));

@@ -89,25 +89,37 @@ QString to_string(const value& v) {
 
 namespace {
 
-// MEL reads the leading number of a string and ignores the rest.
+// MEL reads the leading number of a string and ignores the rest: a sign, digits with at
+// most one point, and an exponent with digits, as far as they go. One pass: a long run of
+// digits and points costs its length once. A number beyond the range of double reads as
+// toDouble gives it, infinite or zero.
 double leading_number(const QString& s) {
-    int end = 0;
     const int n = s.size();
-    while (end < n && s[end].isSpace())
-        ++end;
-    const int start = end;
-    if (end < n && (s[end] == QLatin1Char('-') || s[end] == QLatin1Char('+')))
-        ++end;
-    while (end < n && (s[end].isDigit() || s[end] == QLatin1Char('.') ||
-                       s[end] == QLatin1Char('e') || s[end] == QLatin1Char('E')))
-        ++end;
-    for (int e = end; e > start; --e) {
-        bool ok = false;
-        const double d = s.mid(start, e - start).toDouble(&ok);
-        if (ok)
-            return d;
+    const auto digit = [&](int i) {
+        return i < n && s[i] >= QLatin1Char('0') && s[i] <= QLatin1Char('9');
+    };
+    int i = 0;
+    while (i < n && s[i].isSpace())
+        ++i;
+    const int start = i;
+    if (i < n && (s[i] == QLatin1Char('-') || s[i] == QLatin1Char('+')))
+        ++i;
+    int digits = 0;
+    for (; digit(i); ++i)
+        ++digits;
+    if (i < n && s[i] == QLatin1Char('.')) {
+        ++i;
+        for (; digit(i); ++i)
+            ++digits;
     }
-    return 0;
+    if (digits == 0)
+        return 0;
+    if (i < n && (s[i] == QLatin1Char('e') || s[i] == QLatin1Char('E')) && digit(i + 1)) {
+        i += 2;
+        while (digit(i))
+            ++i;
+    }
+    return s.mid(start, i - start).toDouble();
 }
 
 } // namespace
