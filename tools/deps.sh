@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build, the sandbox and the tests need, when missing.
 set -euo pipefail
-packages=(build-essential cmake qtbase5-dev qtbase5-dev-tools xvfb xauth fonts-wine)
+# clang and its runtimes build the fuzz targets (tools/fuzz.sh).
+packages=(build-essential cmake qtbase5-dev qtbase5-dev-tools xvfb xauth fonts-wine
+    clang libclang-rt-14-dev)
 missing=()
 for p in "${packages[@]}"; do
     dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

@@ -123,6 +123,12 @@ private slots:
         QCOMPARE(run("float $f = \"1e-5\"; $f;"), QString("1"));
         QCOMPARE(run("int $i = \"12e\"; $i;"), QString("12"));
         QCOMPARE(run("int $i = \"e12\"; $i;"), QString("0"));
+        // Numbers beyond int are held at its ends wherever they become ints.
+        QCOMPARE(run("max(2147483647, \"3e9\");"), QString("2147483647"));
+        QCOMPARE(run("min(-5, \"-1e300\");"), QString("-2147483648"));
+        QCOMPARE(run("abs(-2147483647 - 1);"), QString("2147483647"));
+        // int arithmetic wraps as MEL's does, also by ++ and --.
+        QCOMPARE(run("int $i = 2147483647; $i++; $i;"), QString("-2147483648"));
         // Every shorter prefix of a long run of points was tried once: quadratic.
         const QString points = QStringLiteral("1.").repeated(200000);
         QCOMPARE(run("float $f = \"" + points + "\"; $f;"), QString("1.1"));

@@ -3,6 +3,7 @@
 
 #include <QRegularExpression>
 #include <algorithm>
+#include <climits>
 #include <cmath>
 
 namespace host::mel {
@@ -198,7 +199,8 @@ value numeric(builtin_call& c, double (*fn)(double, double)) {
     need(c, 2);
     const bool floats = c.args[0].kind == type::float_ || c.args[1].kind == type::float_;
     const double r = fn(to_float(c.args[0]), to_float(c.args[1]));
-    return floats ? value::of_float(r) : value::of_int(int(r));
+    // An int result is held in range as every conversion to int is.
+    return floats ? value::of_float(r) : value::of_int(to_int(value::of_float(r)));
 }
 
 } // namespace
@@ -241,8 +243,10 @@ void register_text_builtins(builtin_table& t) {
     });
     t.insert(QStringLiteral("abs"), [](builtin_call& c) {
         need(c, 1);
-        return c.args[0].kind == type::float_ ? value::of_float(std::fabs(c.args[0].f))
-                                              : value::of_int(std::abs(to_int(c.args[0])));
+        // The absolute value of the lowest int is not an int: it is held at the highest.
+        return c.args[0].kind == type::float_
+                   ? value::of_float(std::fabs(c.args[0].f))
+                   : value::of_int(int(qMin(qAbs(qint64(to_int(c.args[0]))), qint64(INT_MAX))));
     });
     t.insert(QStringLiteral("min"), [](builtin_call& c) {
         return numeric(c, [](double a, double b) { return std::min(a, b); });

@@ -440,8 +440,9 @@ value evaluator::eval_incdec(const expr& e) {
         fail(e.at,
              QStringLiteral("Illegal operation on a value of type %1.").arg(type_name(old.kind)));
     const int delta = e.name == QLatin1String("++") ? 1 : -1;
-    const value updated = old.kind == type::float_ ? value::of_float(old.f + delta)
-                                                   : value::of_int(to_int(old) + delta);
+    const value updated = old.kind == type::float_
+                              ? value::of_float(old.f + delta)
+                              : value::of_int(int(qint64(to_int(old)) + delta));
     assign_to(*e.a, updated);
     return e.prefix ? updated : old;
 }
