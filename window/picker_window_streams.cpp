@@ -69,11 +69,18 @@ void picker_window::read_tabs(QDataStream& in, bool clear) {
     in >> count >> current;
     if (clear)
         clear_tabs();
-    // Damaged data may claim any count: stop once the bytes run out.
+    // Damaged data may claim any count: stop once the bytes run out, or once a tab's stored
+    // place is not the one after the last. Each tab is a view, and zeroed data would read as
+    // one empty tab every twelve bytes; written data numbers its tabs 0, 1, 2... (a single
+    // tab carries its place in the window, whatever it is).
+    qint64 last_index = 0;
     for (int i = 0; i < count && !(i > 0 && stream_exhausted(in)); ++i) {
         qint32 stored_index = 0;
         QString name;
         in >> stored_index >> name;
+        if (i > 0 && stored_index != last_index + 1)
+            break;
+        last_index = stored_index;
         auto* view = new picker_view(this);
         if (read_tab_background(in, version, view))
             store_background_image(view);
