@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QTabWidget>
 #include <maya/MGlobal.h>
@@ -138,7 +139,8 @@ void picker_window::open_files(const QStringList& paths) {
     for (int p = 0; p < paths.size(); ++p) {
         auto* view = new picker_view(this);
         QFile file(paths[p]);
-        if (!file.open(QIODevice::ReadOnly)) {
+        // Only a file has an end: a device or a pipe would be read for as long as it gives.
+        if (!QFileInfo(paths[p]).isFile() || !file.open(QIODevice::ReadOnly)) {
             const bool last = p == paths.size() - 1;
             const auto answer = QMessageBox::critical(
                 this, QStringLiteral("Open Failed"),

@@ -125,6 +125,15 @@ private slots:
         }
     }
 
+    // A device is read for as long as it gives: /dev/urandom claims strings of gigabytes.
+    void a_device_is_no_picker_file() {
+        dialog_answerer ok(QMessageBox::Ok);
+        f.mel("ZelvaniPicker open \"/dev/zero\";");
+        QVERIFY(ok.answered);
+        QCOMPARE(ok.title, QString("Open Failed"));
+        QCOMPARE(f.mel("ZelvaniPicker query_tabs;"), QString("Untitled"));
+    }
+
     void a_missing_file_is_reported_and_cancel_stops_the_rest() {
         dialog_answerer cancel(QMessageBox::Cancel);
         f.mel("ZelvaniPicker open " + mel_path("none1.pkr") + " " + mel_path("none2.pkr") + ";");
