@@ -1,6 +1,7 @@
 // The window's side of the picker stream: all tabs, one tab, and .pkr files.
 #include "canvas/picker_view.h"
 #include "document/picker_stream.h"
+#include "document/picture_data.h"
 #include "window/picker_window.h"
 
 #include <QDir>
@@ -27,9 +28,7 @@ bool read_tab_background(QDataStream& in, int version, picker_view* view) {
     in >> id;
     if (id.isEmpty())
         return false;
-    QPixmap pixmap;
-    in >> pixmap;
-    view->set_background_image(id, pixmap);
+    view->set_background_image(id, read_stream_picture(in));
     return true;
 }
 
