@@ -5,6 +5,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QVector>
 
 namespace {
 
@@ -36,28 +37,46 @@ banner_overlay::banner_overlay(picker_view* owner) : view(owner) {
     layout(view->width(), view->height());
 }
 
-void banner_overlay::layout(int width, int height) {
-    if (width < 1 || height < 1)
-        return;
-    const QImage& logo = banner_logo();
-    if (logo.isNull())
-        return;
-    QFont font(QString::fromLatin1("Tahoma"), 8);
+namespace {
+
+// The strip drawn for one width, and where each link's text starts in it. Every tab of a
+// window has the same width: the last strip drawn serves the next new tab.
+struct drawn_strip {
+    int width = -1;
+    QImage image;
+    QVector<QRect> text_rects;
+    QVector<int> lefts;
+};
+
+const drawn_strip& strip_for(int width, const QList<banner_link>& links, const QImage& logo) {
+    static drawn_strip drawn;
+    if (drawn.width == width && drawn.text_rects.size() == links.size())
+        return drawn;
+    const QFont font(QString::fromLatin1("Tahoma"), 8);
     const QFontMetrics metrics(font);
+    drawn.width = width;
+    drawn.text_rects.clear();
+    drawn.lefts.clear();
     int total = logo.width();
-    for (banner_link& link : links) {
-        link.hot_rect = metrics.boundingRect(link.text);
-        total += link.hot_rect.width();
+    for (const banner_link& link : links) {
+        drawn.text_rects.append(metrics.boundingRect(link.text));
+        total += drawn.text_rects.last().width();
     }
     int gap = int((float(width) - float(total)) / (float(links.size()) + 1.25f));
     if (gap < 10)
         gap = 10;
 
+    int x = logo.width() + gap;
+    for (const QRect& text : qAsConst(drawn.text_rects)) {
+        drawn.lefts.append(x);
+        x += text.width() + gap;
+    }
+
     const int logo_h = logo.height();
-    image = QImage(width, logo_h, QImage::Format_ARGB32);
-    image.fill(0);
+    drawn.image = QImage(width, logo_h, QImage::Format_ARGB32);
+    drawn.image.fill(0);
     QPainter painter;
-    if (painter.begin(&image)) {
+    if (painter.begin(&drawn.image)) {
         painter.setFont(font);
         painter.setBrush(QColor(0xff929292));
         painter.setPen(QColor(0xff929292));
@@ -66,17 +85,31 @@ void banner_overlay::layout(int width, int height) {
         painter.drawImage(QPointF(0.0, 3.0), logo);
         painter.setBrush(Qt::white);
         painter.setPen(Qt::white);
-        int x = logo.width() + gap;
-        for (banner_link& link : links) {
-            painter.drawText(QPoint(x, logo_h - 7), link.text);
-            link.hot_rect.moveTo(x, height - 7);
-            link.hot_rect.setTop(height - strip_height);
-            link.hot_rect.setBottom(height);
-            x += link.hot_rect.width() + gap;
-        }
+        for (int i = 0; i < links.size(); ++i)
+            painter.drawText(QPoint(drawn.lefts[i], logo_h - 7), links[i].text);
         painter.end();
     }
-    banner_rect = QRect(0, height - logo_h, width, logo_h);
+    return drawn;
+}
+
+} // namespace
+
+void banner_overlay::layout(int width, int height) {
+    if (width < 1 || height < 1)
+        return;
+    const QImage& logo = banner_logo();
+    if (logo.isNull())
+        return;
+    const drawn_strip& drawn = strip_for(width, links, logo);
+    image = drawn.image;
+    for (int i = 0; i < links.size(); ++i) {
+        QRect& hot = links[i].hot_rect;
+        hot = drawn.text_rects[i];
+        hot.moveTo(drawn.lefts[i], height - 7);
+        hot.setTop(height - strip_height);
+        hot.setBottom(height);
+    }
+    banner_rect = QRect(0, height - logo.height(), width, logo.height());
 }
 
 void banner_overlay::paint(QPainter* painter) {

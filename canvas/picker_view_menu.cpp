@@ -8,6 +8,7 @@
 #include "window/picker_window.h"
 
 #include <QAction>
+#include <QHash>
 #include <QIcon>
 #include <QMenu>
 #include <QMouseEvent>
@@ -24,9 +25,20 @@ QAction* make_action(picker_view* view, const QString& text, const QList<QKeySeq
     return action;
 }
 
+// Decoding the pictures is most of the cost of a new tab, and every tab shows the same
+// four: they are decoded once. The cache outlives an unloading of the plug-in unused.
+const QIcon& shared_icon(const char* path) {
+    static auto* icons = new QHash<QString, QIcon>;
+    const QString key = QString::fromLatin1(path);
+    auto it = icons->find(key);
+    if (it == icons->end())
+        it = icons->insert(key, QIcon(key));
+    return *it;
+}
+
 QAction* icon_action(picker_view* view, const QString& text, const char* icon, const char* slot) {
     QAction* action = make_action(view, text, {}, slot);
-    action->setIcon(QIcon(QString::fromLatin1(icon)));
+    action->setIcon(shared_icon(icon));
     return action;
 }
 

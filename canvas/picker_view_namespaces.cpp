@@ -39,8 +39,9 @@ void picker_view::rebind_namespaces(QStringList scene_list, bool always) {
         return;
     if (from_list.isEmpty())
         return;
+    const namespace_rewrite pairs(from_list, to_list);
     for (picker_button* button : qAsConst(buttons))
-        rename_namespaces(*button, from_list, to_list);
+        rename_namespaces(*button, pairs);
 }
 
 void picker_view::update_namespace(const QString& to) {
@@ -58,6 +59,7 @@ void picker_view::update_namespace(const QString& to) {
             to_list.append(new_prefix);
         }
     }
+    const namespace_rewrite pairs(from_list, to_list);
     for (picker_button* button : qAsConst(buttons))
-        rename_namespaces(*button, from_list, to_list);
+        rename_namespaces(*button, pairs);
 }

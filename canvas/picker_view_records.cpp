@@ -34,20 +34,20 @@ void picker_view::update_button_geometry(picker_button* button) {
 }
 
 void picker_view::set_button_width(picker_button* button, int w) {
-    button->size = w;
-    button->width = w;
+    button->size = held_size(w);
+    button->width = button->size;
     update_button_geometry(button);
 }
 
 void picker_view::set_button_height(picker_button* button, int h) {
-    button->height = h;
+    button->height = held_size(h);
     update_button_geometry(button);
 }
 
 void picker_view::set_button_size(picker_button* button, int w, int h) {
-    button->width = qMax(w, 1);
+    button->width = qMax(held_size(w), 1);
     button->size = button->width;
-    button->height = qMax(h, 1);
+    button->height = qMax(held_size(h), 1);
     update_button_geometry(button);
 }
 
@@ -63,8 +63,8 @@ void picker_view::set_button_label(picker_button* button, const QString& text) {
 }
 
 void picker_view::set_button_position(picker_button* button, const QPoint& point) {
-    button->position = point;
-    button->rect = centred_rect(button->rect.size(), point);
+    button->position = held_position(point);
+    button->rect = centred_rect(button->rect.size(), button->position);
 }
 
 picker_button* picker_view::button_at(const QPoint& point) const {

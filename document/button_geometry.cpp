@@ -23,7 +23,26 @@ const QFont& label_font() {
     return font;
 }
 
+int held_coordinate(double v) {
+    // NaN compares false both ways and ends at 0.
+    if (!(v > -picker_geometry_limit))
+        return v < 0 ? -picker_geometry_limit : 0;
+    return v < picker_geometry_limit ? int(v) : picker_geometry_limit;
+}
+
+QPoint held_position(const QPoint& p) {
+    return QPoint(held_coordinate(p.x()), held_coordinate(p.y()));
+}
+
+int held_size(int v) {
+    return qBound(-picker_geometry_limit, v, picker_geometry_limit);
+}
+
 namespace {
+
+// No screen shows more of a label than this many pixels around its middle, at any zoom:
+// a longer label keeps its full width for the button and its picture keeps the middle.
+constexpr int max_label_picture_width = 1 << 15;
 
 // Measuring is the cost of opening big pickers: one metrics object serves every label.
 const QFontMetrics& label_metrics() {
@@ -39,6 +58,7 @@ void reset_button_rect(picker_button& button) {
 
 void update_button_geometry(picker_button& button) {
     QSize text = label_metrics().boundingRect(button.label).size();
+    text = QSize(held_size(text.width()), held_size(text.height()));
     if (text.width() % 2)
         text.rwidth() += 1;
     if (text.height() % 2)
@@ -49,13 +69,17 @@ void update_button_geometry(picker_button& button) {
         QSize(std::max(text.width() + 2, button.width), std::max(text.height(), button.height)),
         button.position);
 
-    QImage image(text, QImage::Format_ARGB32);
+    const QSize picture(qMin(text.width(), max_label_picture_width), text.height());
+    QImage image(picture, QImage::Format_ARGB32);
     image.fill(0);
     QPainter painter(&image);
     painter.setFont(label_font());
     painter.setBrush(Qt::black);
     painter.setPen(QColor::fromRgb(button.label_color));
-    painter.drawText(QRect(QPoint(0, 0), text), Qt::AlignHCenter | Qt::AlignVCenter, button.label);
+    // Centred in the text's own width, so that a cut picture keeps the label's middle.
+    const int cut = (text.width() - picture.width()) / 2;
+    painter.drawText(QRect(QPoint(-cut, 0), text), Qt::AlignHCenter | Qt::AlignVCenter,
+                     button.label);
     painter.end();
     button.label_pixmap = QPixmap::fromImage(image);
 }
@@ -64,8 +88,9 @@ picker_button* make_button_record(const picker_button_data& data) {
     auto* button = new picker_button;
     static_cast<picker_button_data&>(*button) = data;
     button->target_selected = QVector<bool>(data.targets.size(), false);
-    button->width = std::max(button->width, 1);
-    button->height = std::max(button->height, 1);
+    button->position = held_position(button->position);
+    button->width = std::max(held_size(button->width), 1);
+    button->height = std::max(held_size(button->height), 1);
     button->size = button->width;
     if (button->label.isEmpty())
         reset_button_rect(*button);

@@ -1,5 +1,7 @@
 #include "document/button_queries.h"
 
+#include <QSet>
+#include <QVector>
 #include <algorithm>
 
 bool match_buttons(const QList<picker_button*>& buttons, const QSet<QString>& selected) {
@@ -23,18 +25,28 @@ bool match_buttons(const QList<picker_button*>& buttons, const QSet<QString>& se
 
 namespace {
 
-void add_namespaces_of(const QString& name, QStringList& list) {
+// A name gives a namespace at each colon outside brackets, and at most this many: Maya
+// nests namespaces a few levels deep, while a name of thousands of colons would give a
+// namespace at each, gigabytes of them from a short file. Those nearest the root count.
+constexpr int max_namespace_depth = 32;
+
+void add_namespaces_of(const QString& name, QStringList& list, QSet<QString>& known) {
+    QVector<int> colons; // from the end
     bool in_brackets = false;
     for (int i = name.size() - 1; i >= 0; --i) {
         const QChar c = name[i];
-        if (in_brackets) {
+        if (in_brackets)
             in_brackets = c != QLatin1Char('[');
-        } else if (c == QLatin1Char(']')) {
+        else if (c == QLatin1Char(']'))
             in_brackets = true;
-        } else if (c == QLatin1Char(':')) {
-            const QString ns = name.left(i);
-            if (!list.contains(ns))
-                list.append(ns);
+        else if (c == QLatin1Char(':'))
+            colons.append(i);
+    }
+    for (int k = qMax(0, int(colons.size()) - max_namespace_depth); k < colons.size(); ++k) {
+        const QString ns = name.left(colons[k]);
+        if (!known.contains(ns)) {
+            known.insert(ns);
+            list.append(ns);
         }
     }
 }
@@ -42,11 +54,12 @@ void add_namespaces_of(const QString& name, QStringList& list) {
 } // namespace
 
 void collect_button_namespaces(const QList<picker_button*>& buttons, QStringList& list) {
+    QSet<QString> known(list.begin(), list.end());
     for (const picker_button* b : buttons) {
         if (b->kind != 0)
             continue;
         for (const QString& target : b->targets)
-            add_namespaces_of(target, list);
+            add_namespaces_of(target, list, known);
     }
     // Sorted as the host's lower-casing sees the names: ASCII letters only.
     auto lowered = [](const QString& s) {

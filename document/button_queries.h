@@ -11,7 +11,8 @@
 bool match_buttons(const QList<picker_button*>& buttons, const QSet<QString>& selected);
 
 // Adds to `list` the namespaces used by the selection buttons' targets ("a:b:c" gives
-// "a:b" and "a"; a ':' inside brackets does not count), then sorts it by lower-cased text.
+// "a:b" and "a"; a ':' inside brackets does not count; 32 levels of a name at most), then
+// sorts it by lower-cased text.
 void collect_button_namespaces(const QList<picker_button*>& buttons, QStringList& list);
 
 // The entries of `names` once each, in first-seen order.

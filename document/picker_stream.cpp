@@ -1,5 +1,6 @@
 #include "document/picker_stream.h"
 
+#include "document/button_geometry.h"
 #include <QIODevice>
 
 bool stream_exhausted(const QDataStream& in) {
@@ -50,9 +51,10 @@ QList<picker_button_data> read_button_block(QDataStream& in, int version) {
     for (qint32 i = 0; i < count && !stream_exhausted(in); ++i) {
         const qint32 index = read_int(in);
         in >> record.position;
-        record.size = read_int(in);
-        record.width = version >= 5 ? read_int(in) : record.size;
-        record.height = version >= 5 ? read_int(in) : record.size;
+        record.position = held_position(record.position);
+        record.size = held_size(read_int(in));
+        record.width = version >= 5 ? held_size(read_int(in)) : record.size;
+        record.height = version >= 5 ? held_size(read_int(in)) : record.size;
         record.kind = version >= 2 ? read_int(in) : 0;
         record.language = version >= 2 ? read_int(in) : 0;
         record.color = QRgb(read_int(in));
@@ -68,7 +70,10 @@ QList<picker_button_data> read_button_block(QDataStream& in, int version) {
             in >> target;
             record.targets.append(target);
         }
-        if (target_count >= 1 && valid)
+        // A record whose data ends before its last target is damaged: kept, it would come
+        // out short of targets, or with none, and be lost at the next save and read.
+        const bool whole = record.targets.size() == target_count && in.status() == QDataStream::Ok;
+        if (target_count >= 1 && valid && whole)
             records.append(record);
     }
     return records;

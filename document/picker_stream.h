@@ -15,9 +15,10 @@ void write_button_block(QDataStream& out, const QList<picker_button*>& buttons);
 void write_button_block(QDataStream& out, const QList<picker_button_data>& records);
 
 // Reads a block and returns its valid records in order. Invalid records (index out of
-// step, unknown kind or language, no targets) are consumed and dropped. Damaged data is
-// not an error: reading ends once the data is exhausted, since every further record
-// would read as empty and be dropped.
+// step, unknown kind or language, no targets, data that ends before the last target)
+// are consumed and dropped. Positions and sizes are held in range (button_geometry.h). Damaged data
+// is not an error: reading ends once the data is exhausted, since every further record would read
+// as empty and be dropped.
 QList<picker_button_data> read_button_block(QDataStream& in, int version);
 
 // True once nothing more can be read from `in`.

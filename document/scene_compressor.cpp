@@ -19,6 +19,11 @@ const deflated_part* scene_compressor::text_part(const QByteArray& text, int sta
     const char* from = text.constData() + begin - dictionary;
     const int length = end - begin + dictionary;
     const QByteArray key = QByteArray::fromRawData(from, length);
+    // Repeated text gives equal chunks: they share one part, since replacing it in next_
+    // would free the one handed out for the first.
+    const auto taken = next_.constFind(key);
+    if (taken != next_.constEnd() && (*taken)->dictionary == dictionary)
+        return taken->get();
     const auto kept = parts_.constFind(key);
     if (kept != parts_.constEnd() && (*kept)->dictionary == dictionary)
         return next_.insert(kept.key(), *kept).value().get();

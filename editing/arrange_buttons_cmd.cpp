@@ -4,7 +4,7 @@
 
 arrange_buttons_cmd::arrange_buttons_cmd(picker_view* view_, int mode_)
     : QUndoCommand(QObject::tr("Arrange Buttons")), view(view_), mode(mode_) {
-    int sum_x = 0, sum_y = 0;
+    qint64 sum_x = 0, sum_y = 0;
     for (int i = 0; i < view->buttons.size(); ++i) {
         const picker_button* b = view->buttons[i];
         if (!(b->selected & 1))
@@ -20,7 +20,7 @@ arrange_buttons_cmd::arrange_buttons_cmd(picker_view* view_, int mode_)
     if (c == 0)
         return;
     sort_by_key();
-    mean = QPoint(sum_x / c, sum_y / c);
+    mean = QPoint(int(sum_x / c), int(sum_y / c));
     // The next multiple of c strictly above: the far button lands past the far edge.
     bounds.setWidth(bounds.width() + c - bounds.width() % c);
     bounds.setHeight(bounds.height() + c - bounds.height() % c);

@@ -1,5 +1,6 @@
 // Directives on the current tab's background picture.
 #include "canvas/picker_view.h"
+#include "document/picture_data.h"
 #include "plugin/directive_args.h"
 #include "plugin/picker_main.h"
 #include "window/picker_window.h"
@@ -26,8 +27,7 @@ MStatus picker_main::fetch_image(const MStringArray& args) {
     const QByteArray bytes = QByteArray::fromBase64(QByteArray::fromRawData(data.asChar(), length));
     if (bytes.isEmpty())
         return MS::kFailure;
-    QPixmap pixmap;
-    pixmap.loadFromData(bytes, "PNG");
+    const QPixmap pixmap = decode_png_picture(bytes);
     if (picker_window* window = picker_window_instance())
         window->set_background_for_key(MQtUtil::toQString(key), pixmap);
     return MS::kSuccess;

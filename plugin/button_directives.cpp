@@ -9,6 +9,7 @@
 #include "window/picker_window.h"
 
 #include <QColor>
+#include <limits>
 #include <maya/MGlobal.h>
 
 namespace {

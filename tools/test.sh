@@ -2,6 +2,7 @@
 # Builds everything and runs every test twice: on Qt 5 under AddressSanitizer and
 # UndefinedBehaviorSanitizer, then on Qt 6 (a plain debug build, which also installs both
 # builds into one Maya module and checks it).
+# Then every fuzz target runs for a short while (tools/fuzz.sh).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash tools/deps.sh
@@ -18,3 +19,7 @@ cmake -S . -B build-tests-qt6 -DCMAKE_BUILD_TYPE=Debug -DZELVANI_QT_VERSION=6 \
     -DZELVANI_OTHER_QT_BUILD="$PWD/build-tests" >/dev/null
 cmake --build build-tests-qt6 -j"$jobs"
 ctest --test-dir build-tests-qt6 --output-on-failure -j"$jobs"
+
+# Every reader of outside data, fuzzed for 30 seconds each from its seeds.
+echo "== Fuzzing"
+bash tools/fuzz.sh all 30

@@ -60,8 +60,12 @@ bool picker_window::publish_selection() {
     // Names come from picker files: anything that is not a plain object name goes out
     // quoted, so that it stays a name and never becomes code.
     QStringList words;
-    for (const QString& name : qAsConst(selected_objects))
-        words.append(mel_object_argument(name));
+    for (const QString& name : qAsConst(selected_objects)) {
+        // No MEL text holds a NUL: the line would end there, with the rest of the names.
+        // No object has one in its name either, so such a name selects nothing anyway.
+        if (!name.contains(QChar(0)))
+            words.append(mel_object_argument(name));
+    }
     const QString mel = QStringLiteral("ZelvaniPicker select ") + words.join(QLatin1Char(' '));
     MGlobal::executeCommandOnIdle(MQtUtil::toMString(mel));
     return true;

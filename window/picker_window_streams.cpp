@@ -1,11 +1,13 @@
 // The window's side of the picker stream: all tabs, one tab, and .pkr files.
 #include "canvas/picker_view.h"
 #include "document/picker_stream.h"
+#include "document/picture_data.h"
 #include "window/held_dialog.h"
 #include "window/picker_window.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTabWidget>
 #include <maya/MGlobal.h>
 
@@ -31,9 +33,7 @@ bool read_tab_background(QDataStream& in, int version, picker_view* view) {
     in >> id;
     if (id.isEmpty())
         return false;
-    QPixmap pixmap;
-    in >> pixmap;
-    view->set_background_image(id, pixmap);
+    view->set_background_image(id, read_stream_picture(in));
     return true;
 }
 
@@ -80,12 +80,19 @@ void picker_window::read_tabs(QDataStream& in, bool clear) {
     in >> count >> current;
     if (clear)
         clear_tabs();
-    // Damaged data may claim any count: stop once the bytes run out.
+    // Damaged data may claim any count: stop once the bytes run out, or once a tab's stored
+    // place is not the one after the last. Each tab is a view, and zeroed data would read as
+    // one empty tab every twelve bytes; written data numbers its tabs 0, 1, 2... (a single
+    // tab carries its place in the window, whatever it is).
+    qint64 last_index = 0;
     QVector<picker_view*> pictured;
     for (int i = 0; i < count && !(i > 0 && stream_exhausted(in)); ++i) {
         qint32 stored_index = 0;
         QString name;
         in >> stored_index >> name;
+        if (i > 0 && stored_index != last_index + 1)
+            break;
+        last_index = stored_index;
         auto* view = new picker_view(this);
         if (read_tab_background(in, version, view))
             pictured.append(view);
@@ -154,7 +161,8 @@ void picker_window::open_files(const QStringList& paths) {
     for (int p = 0; p < paths.size(); ++p) {
         auto* view = new picker_view(this);
         QFile file(paths[p]);
-        if (!file.open(QIODevice::ReadOnly)) {
+        // Only a file has an end: a device or a pipe would be read for as long as it gives.
+        if (!QFileInfo(paths[p]).isFile() || !file.open(QIODevice::ReadOnly)) {
             const bool last = p == paths.size() - 1;
             const auto answer =
                 ask_user(QMessageBox::Critical, this, QStringLiteral("Open Failed"),

@@ -2,6 +2,7 @@
 // window's copy, cut and paste between tabs.
 #include "canvas/picker_view.h"
 #include "core/session.h"
+#include "document/button_geometry.h"
 #include "document/picker_clipboard.h"
 #include "window/picker_window.h"
 
@@ -10,6 +11,7 @@
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QtTest>
+#include <climits>
 
 static QByteArray payload_on_clipboard() {
     const QString type = "application/x-qt-picker-mime;value=\"buttons\"";
@@ -180,6 +182,40 @@ private slots:
         QCOMPARE(other->buttons[3]->position + QPoint(25, 20), centre);
         QCOMPARE(other->buttons[4]->position - other->buttons[3]->position, QPoint(50, 40));
         QCOMPARE(shown(view), QStringList({"a*", "b*"}));
+    }
+
+    // Records from a hostile payload at the corners of int: held at the edge of the
+    // picker, and every paste, frame, paint, undo and redo on them stays in range.
+    void records_far_outside_any_screen_paste_framed_and_painted() {
+        QByteArray payload;
+        QDataStream out(&payload, QIODevice::WriteOnly);
+        out << qint32(1) << qint32(2);
+        const QPoint corners[] = {QPoint(INT_MIN, INT_MIN), QPoint(INT_MAX, INT_MAX)};
+        for (int i = 0; i < 2; ++i) {
+            out << qint32(i) << corners[i] << qint32(INT_MAX) << qint32(INT_MAX) << qint32(INT_MAX)
+                << qint32(0) << qint32(0) << qint32(0x336699) << qint32(0xffffff)
+                << QString("far%1").arg(i) << qint32(1) << QString("x");
+        }
+        auto* mime = new QMimeData;
+        mime->setData("application/x-qt-picker-mime;value=\"buttons\"", payload);
+        QGuiApplication::clipboard()->setMimeData(mime);
+
+        window->paste_inplace_buttons();
+        QCOMPARE(shown(view), QStringList({"far0*", "far1*"}));
+        const int edge = picker_geometry_limit;
+        QCOMPARE(view->buttons[0]->position, QPoint(-edge, -edge));
+        QCOMPARE(view->buttons[1]->position, QPoint(edge, edge));
+        QCOMPARE(view->buttons[1]->width, edge);
+        window->paste_buttons();
+        view->undo_stack.undo();
+        view->undo_stack.redo();
+        view->frame_view();
+        for (int step = 0; step < 10; ++step)
+            view->animate_zoom();
+        view->grab();
+        view->zoom_at(16, QPoint(0, 0));
+        view->grab();
+        QCOMPARE(view->buttons.size(), 4);
     }
 
     void cut_then_undo_leaves_them_selected_and_the_clipboard_alone() {

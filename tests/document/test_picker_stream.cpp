@@ -4,6 +4,8 @@
 
 #include <QRandomGenerator>
 #include <QtTest>
+#include <climits>
+#include <cmath>
 
 namespace {
 
@@ -155,6 +157,70 @@ private slots:
         for (int cut = 0; cut < whole.size(); ++cut)
             QVERIFY(read(whole.left(cut), 5).size() <= 2);
         QVERIFY(clock.elapsed() < 60000); // guards against a spin, not a timing claim
+    }
+
+    void data_that_ends_before_its_targets_drops_the_record() {
+        const QByteArray whole = block(5, {record(0), record(1, {"b", "c"})});
+        // Each target is a length and one UTF-16 character.
+        const int after_count = whole.size() - 2 * (4 + 2);
+        const int after_b = whole.size() - (4 + 2);
+        QCOMPARE(read(whole.left(after_count), 5).size(), 1);
+        QCOMPARE(read(whole.left(after_b), 5).size(), 1);
+        QCOMPARE(read(whole.left(after_b + 2), 5).size(), 1); // inside "c"
+        QCOMPARE(read(whole, 5).size(), 2);
+    }
+
+    void geometry_far_outside_any_screen_is_held() {
+        raw_record far = record(0);
+        far.position = {std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
+        far.size = far.width = std::numeric_limits<int>::max();
+        far.height = std::numeric_limits<int>::min();
+        raw_record near = record(1);
+        near.position = {-picker_geometry_limit, picker_geometry_limit};
+        near.width = picker_geometry_limit;
+        const auto got = read(block(5, {far, near}), 5);
+        QCOMPARE(got.size(), 2);
+        QCOMPARE(got[0].position, QPoint(picker_geometry_limit, -picker_geometry_limit));
+        QCOMPARE(got[0].width, picker_geometry_limit);
+        QCOMPARE(got[0].height, -picker_geometry_limit);
+        QCOMPARE(got[1].position, near.position); // at the edge: kept as it is
+        QCOMPARE(got[1].width, near.width);
+
+        // Records made in memory are held as they enter a view; the rectangle's arithmetic
+        // stays in range at every corner.
+        for (const QPoint corner : {QPoint(INT_MAX, INT_MAX), QPoint(INT_MIN, INT_MIN)}) {
+            picker_button_data d;
+            d.position = corner;
+            d.width = d.height = INT_MAX;
+            d.targets = QStringList{"x"};
+            for (const QString& label : {QString(), QStringLiteral("Label")}) {
+                d.label = label;
+                std::unique_ptr<picker_button> b(make_button_record(d));
+                QCOMPARE(b->position, held_position(corner));
+                QCOMPARE(b->width, picker_geometry_limit);
+                QVERIFY(b->rect.contains(b->position));
+                QCOMPARE(b->rect.width(), picker_geometry_limit);
+            }
+        }
+        QCOMPARE(held_coordinate(std::nan("")), 0);
+        QCOMPARE(held_coordinate(-1e300), -picker_geometry_limit);
+    }
+
+    void a_label_wider_than_any_screen_keeps_its_middle() {
+        picker_button_data d;
+        d.targets = QStringList{"x"};
+        d.label = QString(20000, QLatin1Char('W'));
+        std::unique_ptr<picker_button> b(make_button_record(d));
+        QVERIFY(b->rect.width() > 100000); // the button is as wide as its label
+        QCOMPARE(b->label_pixmap.width(), 1 << 15);
+        // Some ink in the middle of the picture: the text is centred in its full width.
+        const QImage picture = b->label_pixmap.toImage();
+        bool inked = false;
+        for (int x = picture.width() / 2 - 20; x < picture.width() / 2 + 20 && !inked; ++x) {
+            for (int y = 0; y < picture.height() && !inked; ++y)
+                inked = qAlpha(picture.pixel(x, y)) != 0;
+        }
+        QVERIFY(inked);
     }
 
     void random_bytes_never_crash() {

@@ -1,6 +1,7 @@
 // The texts built from picker data for the host.
 #include "document/scene_text.h"
 
+#include <QtEndian>
 #include <QtTest>
 
 class test_scene_text : public QObject {
@@ -12,6 +13,21 @@ private slots:
         QCOMPARE(decode_picker_data(encode_picker_data(bytes).toLatin1()), bytes);
         QVERIFY(decode_picker_data("not base64 at all").isEmpty());
         QVERIFY(decode_picker_data("").isEmpty());
+    }
+
+    void a_length_beyond_what_deflate_can_expand_is_refused() {
+        // A valid stream whose four-byte length claims more than 1032 times its size:
+        // qUncompress would allocate the claim first, and accept the data.
+        const QByteArray zeros(100000, '\0');
+        QByteArray compressed = qCompress(zeros, 9);
+        QCOMPARE(decode_picker_data(compressed.toBase64()), zeros);
+        const quint32 limit = quint32(compressed.size() - 4) * max_deflate_ratio;
+        qToBigEndian<quint32>(limit, compressed.data());
+        QCOMPARE(decode_picker_data(compressed.toBase64()), zeros); // the claim is possible
+        qToBigEndian<quint32>(limit + 1, compressed.data());
+        QVERIFY(decode_picker_data(compressed.toBase64()).isEmpty());
+        // Eight characters that claim 2 GB.
+        QVERIFY(decode_picker_data("fwAAAHgB").isEmpty());
     }
 
     void only_decimal_keys_are_background_keys() {
@@ -37,6 +53,9 @@ private slots:
         QCOMPARE(mel_object_argument("two words"), QString("\"two words\""));
         QCOMPARE(mel_object_argument("line\nbreak"), QString("\"line\\nbreak\""));
         QCOMPARE(mel_object_argument("$var"), QString("\"$var\""));
+        // A line break at the end is no part of a name, and no end of the pattern.
+        QCOMPARE(mel_object_argument("arm\n"), QString("\"arm\\n\""));
+        QCOMPARE(mel_object_argument("rig:arm.tx\n"), QString("\"rig:arm.tx\\n\""));
     }
 };
 

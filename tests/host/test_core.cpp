@@ -81,6 +81,30 @@ private slots:
         QCOMPARE(s.display_name(b_leaf), QString("leaf"));
     }
 
+    // Thousands of nodes named alike counted up from 1 for each new one, and looked for a
+    // clash among every node of the same short name: a scene file of 20,000 took minutes.
+    void names_alike_stay_quick_and_take_the_lowest_free_number() {
+        host::scene& s = host.scene;
+        for (int i = 0; i < 20000; ++i)
+            QVERIFY(s.create_node("transform", "a", -1, true) >= 0);
+        QCOMPARE(s.at(19999).name, QString("a19999"));
+        for (int i = 0; i < 20000; ++i) {
+            const int group = s.create_node("transform", QString("g%1").arg(i), -1, false);
+            QVERIFY(s.create_node("transform", "geo", group, false) >= 0);
+            QCOMPARE(s.create_node("transform", "geo", group, false), -1);
+        }
+        // A freed number is the next one taken again; names with a leading zero are no
+        // numbers of the stem.
+        s.remove_node(s.find("a7").value(0));
+        s.remove_node(s.find("a3").value(0));
+        QVERIFY(s.rename_node(s.find("a5").value(0), "a05"));
+        QCOMPARE(s.at(s.create_node("transform", "a12", -1, true)).name, QString("a3"));
+        QCOMPARE(s.at(s.create_node("transform", "a", -1, true)).name, QString("a5"));
+        QCOMPARE(s.at(s.create_node("transform", "a", -1, true)).name, QString("a7"));
+        QCOMPARE(s.at(s.create_node("transform", "a", -1, true)).name, QString("a20000"));
+        QCOMPARE(s.display_name(s.find("a05").value(0)), QString("a05"));
+    }
+
     void wildcards_match_whole_names() {
         host::scene& s = host.scene;
         for (const char* n : {"rig:arm_ctrl", "rig:leg_ctrl", "arm_ctrl", "rig:face:jaw"})
@@ -158,6 +182,41 @@ private slots:
         QCOMPARE(host.python_log, QStringList{"print('hi')"});
         QCOMPARE(lines, QStringList{"hi\n"});
         QVERIFY(host.idle.empty());
+    }
+
+    void idle_log_keeps_what_was_queued_while_on() {
+        MGlobal::executeCommandOnIdle("print 1;");
+        QVERIFY(host.idle.log().empty()); // off by default
+        host.idle.set_logging(true);
+        MGlobal::executeCommandOnIdle("print 2;");
+        MGlobal::executePythonCommandOnIdle("x = 3");
+        host.idle.push_task([] {});
+        host.run_idle();
+        QCOMPARE(int(host.idle.log().size()), 3); // ran or not, they stay logged
+        QCOMPARE(host.idle.log()[0].text, QString("print 2;"));
+        QVERIFY(host.idle.log()[1].what == host::idle_queue::kind::python);
+        QVERIFY(host.idle.log()[2].what == host::idle_queue::kind::task);
+        host.reset();
+        QVERIFY(host.idle.log().empty());
+        MGlobal::executeCommandOnIdle("print 4;");
+        QVERIFY(host.idle.log().empty());
+    }
+
+    void names_must_match_whole() {
+        // A line break at the end passed a pattern anchored with ^ and $: two such nodes
+        // were "arm\n" and "arm\n1", and a save and reopen lost one.
+        host::scene& s = host.scene;
+        for (const char* bad : {"arm\n", "rig:arm\n", "\narm", "arm\r\n"})
+            QCOMPARE(s.create_node("transform", bad, -1, true), -1);
+        QVERIFY(!s.ensure_namespace("rig\n"));
+        QVERIFY(!s.ensure_namespace("rig:\nface"));
+        const int arm = s.create_node("transform", "arm", -1, true);
+        QVERIFY(arm >= 0);
+        QVERIFY(!s.rename_node(arm, "leg\n"));
+        QStringList lines;
+        host.out.set_sink([&](host::line_kind, const QString& l) { lines << l; });
+        QVERIFY(!host.execute("createNode transform -n \"arm\\n\";").ok);
+        QCOMPARE(s.node_count(), 1);
     }
 
     void arg_list_keeps_arrays_whole() {

@@ -86,8 +86,8 @@ private slots:
                  QString("1"));
         QCOMPARE(mel.run("getNodeRPR(\"transform\");"), QString("sky"));
         QCOMPARE(mel.run("hasNodeRPR(\"mesh\");"), QString("0"));
-        // common.mel is not sourced yet: its procedures load on their first call.
-        QCOMPARE(mel.run("getRPRNodePrefix();"), QString("RPR"));
+        // A reset host keeps no procedure of earlier tests: common.mel is sourced by name.
+        QCOMPARE(mel.run("source common.mel; getRPRNodePrefix();"), QString("RPR"));
         QCOMPARE(mel.result("RPRPrepareArray(\"ramp|1, 2.5,3\");"), QString("1 2.5 3"));
     }
 

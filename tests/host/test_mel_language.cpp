@@ -1,5 +1,6 @@
 // The MEL language: procedures, variables, control flow, calls and errors.
 #include "core/session.h"
+#include "mel/interpreter.h"
 
 #include <QtTest>
 
@@ -114,6 +115,40 @@ private slots:
         QVERIFY(lines.last().contains("Stack overflow"));
         QCOMPARE(run(QString(5000, '(') + "1" + QString(5000, ')') + ";"), QString("ERROR"));
         QCOMPARE(run("1 + 1;"), QString("2")); // the interpreter is still sound
+    }
+
+    void strings_read_their_leading_number_in_one_pass() {
+        QCOMPARE(run("float $f = \"1.5e3xyz\"; $f;"), QString("1500"));
+        QCOMPARE(run("float $f = \"  -.5.5\"; $f;"), QString("-0.5"));
+        QCOMPARE(run("float $f = \"2e+2e\"; $f;"), QString("200"));
+        QCOMPARE(run("int $i = \"12e\"; $i;"), QString("12"));
+        QCOMPARE(run("int $i = \"e12\"; $i;"), QString("0"));
+        // Numbers beyond int are held at its ends wherever they become ints.
+        QCOMPARE(run("max(2147483647, \"3e9\");"), QString("2147483647"));
+        QCOMPARE(run("min(-5, \"-1e300\");"), QString("-2147483648"));
+        QCOMPARE(run("abs(-2147483647 - 1);"), QString("2147483647"));
+        // int arithmetic wraps as MEL's does, also by ++ and --.
+        QCOMPARE(run("int $i = 2147483647; $i++; $i;"), QString("-2147483648"));
+        // Every shorter prefix of a long run of points was tried once: quadratic.
+        const QString points = QStringLiteral("1.").repeated(200000);
+        QCOMPARE(run("float $f = \"" + points + "\"; $f;"), QString("1.1"));
+    }
+
+    void a_step_budget_ends_what_would_run_for_ever() {
+        host.mel().set_step_limit(10000);
+        QCOMPARE(run("int $i = 0; while (1) $i++;"), QString("ERROR"));
+        QCOMPARE(lines.size(), 1);
+        QVERIFY(lines[0].contains("Execution stopped after 10000 steps."));
+        // catch does not stop it, nor does an eval inside.
+        QCOMPARE(run("while (1) catch(eval(\"while (1);\"));"), QString("ERROR"));
+        // Every execution starts with the whole budget, and what fits runs as before.
+        QCOMPARE(run("int $n = 0; for ($k = 0; $k < 100; $k++) $n += $k; $n;"), QString("4950"));
+        // Growing values spend the budget by their length: memory stays bounded too.
+        QCOMPARE(run("string $s = \"x\"; while (1) $s += $s;"), QString("ERROR"));
+        QCOMPARE(run("string $s = \"x\"; while (1) $s = $s + $s;"), QString("ERROR"));
+        QCOMPARE(run("int $a[]; $a[16000000] = 1;"), QString("ERROR"));
+        host.reset(); // no budget: the default, as in Maya
+        QCOMPARE(run("int $a[]; $a[20000] = 1; size($a);"), QString("20001"));
     }
 };
 

@@ -125,6 +125,15 @@ private slots:
         }
     }
 
+    // A device is read for as long as it gives: /dev/urandom claims strings of gigabytes.
+    void a_device_is_no_picker_file() {
+        dialog_answerer ok(QMessageBox::Ok);
+        f.mel("ZelvaniPicker open \"/dev/zero\";");
+        QVERIFY(ok.answered);
+        QCOMPARE(ok.title, QString("Open Failed"));
+        QCOMPARE(f.mel("ZelvaniPicker query_tabs;"), QString("Untitled"));
+    }
+
     void a_missing_file_is_reported_and_cancel_stops_the_rest() {
         dialog_answerer cancel(QMessageBox::Cancel);
         f.mel("ZelvaniPicker open " + mel_path("none1.pkr") + " " + mel_path("none2.pkr") + ";");
@@ -214,6 +223,26 @@ private slots:
         // The scene kept the tabs of the last write: the one after the file was opened.
         QCOMPARE(f.mel("ZelvaniPicker query_tabs;"), QString("Untitled Evil"));
         QCOMPARE(tab(1).background.toImage().pixelColor(0, 0), QColor(Qt::red));
+    }
+
+    // Zeroed data after a tab read as one empty tab every twelve bytes: hundreds of views
+    // from a few kilobytes, hours of them from a megabyte that compresses to almost nothing.
+    void tabs_stop_where_their_numbering_does() {
+        QByteArray bytes;
+        QDataStream out(&bytes, QIODevice::WriteOnly);
+        out << qint32(5) << qint32(0x05040053) << qint32(0) << qint32(0) << QString("S")
+            << QString() << qint32(0);
+        bytes.append(QByteArray(4000, '\0'));
+        f.mel("ZelvaniPicker open_picker_data \"" +
+              QString::fromLatin1(qCompress(bytes).toBase64()) + "\";");
+        QCOMPARE(f.mel("ZelvaniPicker query_tabs;"), QString("Untitled S"));
+        // Written data numbers its tabs from 0, and a single tab carries its own place.
+        test_tab t{"T", {button({"hero:a"})}, {}, {}};
+        f.mel("ZelvaniPicker restore \"" + scene_data({t, t, t}) + "\";");
+        QCOMPARE(f.mel("ZelvaniPicker query_tabs;"), QString("T T T"));
+        const QString third = f.mel("ZelvaniPicker get_picker_data \"2\";");
+        f.mel("ZelvaniPicker open_picker_data \"" + third + "\";");
+        QCOMPARE(f.mel("ZelvaniPicker query_tabs;"), QString("T T T T"));
     }
 
     void damaged_streams_never_crash_or_hang() {

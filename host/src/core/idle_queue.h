@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <deque>
 #include <functional>
+#include <vector>
 
 namespace host {
 
@@ -16,13 +17,21 @@ public:
         std::function<void()> task;
     };
 
-    void push_mel(const QString& text) { entries_.push_back({kind::mel, text, {}}); }
+    void push_mel(const QString& text) { push({kind::mel, text, {}}); }
     // Ahead of everything queued (evalDeferred -evaluateNext).
     void push_mel_next(const QString& text) { entries_.push_front({kind::mel, text, {}}); }
-    void push_python(const QString& text) { entries_.push_back({kind::python, text, {}}); }
-    void push_task(std::function<void()> task) {
-        entries_.push_back({kind::task, QString(), std::move(task)});
-    }
+    void push_python(const QString& text) { push({kind::python, text, {}}); }
+    void push_task(std::function<void()> task) { push({kind::task, QString(), std::move(task)}); }
+
+    // Everything queued while logging is on, ran or not, for tests that check what a
+    // plug-in hands to the host. Off by default: a session queues megabytes of scene data.
+    struct logged {
+        kind what;
+        QString text;
+    };
+    void set_logging(bool on) { logging_ = on; }
+    const std::vector<logged>& log() const { return log_; }
+    void clear_log() { log_.clear(); }
 
     bool empty() const { return entries_.empty(); }
     int size() const { return int(entries_.size()); }
@@ -37,8 +46,16 @@ public:
     void clear() { entries_.clear(); }
 
 private:
+    void push(entry e) {
+        if (logging_)
+            log_.push_back({e.what, e.text});
+        entries_.push_back(std::move(e));
+    }
+
     std::deque<entry> entries_;
     bool running_ = false;
+    bool logging_ = false;
+    std::vector<logged> log_;
 };
 
 } // namespace host

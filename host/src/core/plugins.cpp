@@ -26,6 +26,11 @@ QString plugin_name(const QString& path) {
 } // namespace
 
 bool session::load_plugin(const QString& path, QString* error) {
+    if (fails(QStringLiteral("loadPlugin"))) {
+        if (error)
+            *error = QStringLiteral("Loading plug-ins is turned off in this session.");
+        return false;
+    }
     const QString name = plugin_name(path);
     for (const auto& p : plugins_) {
         if (p->name == name)

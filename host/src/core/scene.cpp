@@ -11,8 +11,10 @@ namespace {
 
 const QStringList builtin_namespaces{"UI", "shared"};
 
+// The whole text must match: `$` alone would also take a name that ends in a line break.
 bool valid_namespace_part(const QString& part) {
-    static const QRegularExpression re(QStringLiteral("^[A-Za-z_][A-Za-z0-9_]*$"));
+    static const QRegularExpression re(
+        QRegularExpression::anchoredPattern(QStringLiteral("[A-Za-z_][A-Za-z0-9_]*")));
     return re.match(part).hasMatch();
 }
 
@@ -42,6 +44,8 @@ void scene::clear() {
     nodes_.clear();
     live_ = 0;
     by_name_.clear();
+    siblings_.clear();
+    next_number_.clear();
     roots_.clear();
     namespaces_ = builtin_namespaces;
     namespace_nodes_.clear();
@@ -53,8 +57,8 @@ void scene::clear() {
 }
 
 bool scene::valid_node_name(const QString& name) {
-    static const QRegularExpression re(
-        QStringLiteral("^([A-Za-z_][A-Za-z0-9_]*:)*[A-Za-z_][A-Za-z0-9_]*$"));
+    static const QRegularExpression re(QRegularExpression::anchoredPattern(
+        QStringLiteral("([A-Za-z_][A-Za-z0-9_]*:)*[A-Za-z_][A-Za-z0-9_]*")));
     return re.match(name).hasMatch();
 }
 
@@ -125,24 +129,35 @@ bool scene::set_current_namespace(const QString& full) {
 // ---------------------------------------------------------------- nodes
 
 bool scene::sibling_clash(const QString& name, int parent) const {
-    const auto it = by_name_.constFind(name);
-    if (it == by_name_.constEnd())
-        return false;
-    for (int id : *it) {
-        if (nodes_[size_t(id)].parent == parent)
-            return true;
-    }
-    return false;
+    return siblings_.contains(qMakePair(parent, name));
 }
+
+namespace {
+
+// "pCube12" -> "pCube" and 12; a name without a trailing number, or with a leading zero in
+// it, gives no number: it is none of the names unique_name makes.
+QString numbered_stem(const QString& name, int* number) {
+    int digits = name.size();
+    while (digits > 0 && name[digits - 1].isDigit())
+        --digits;
+    bool ok = false;
+    *number =
+        digits < name.size() && name[digits] != QLatin1Char('0') ? name.mid(digits).toInt(&ok) : 0;
+    if (!ok)
+        *number = 0;
+    return name.left(digits);
+}
+
+} // namespace
 
 QString scene::unique_name(const QString& base) const {
     if (!by_name_.contains(base))
         return base;
     // "pCube1" counts on from 1; a trailing number is replaced by the next free one.
-    QString stem = base;
-    while (!stem.isEmpty() && stem.back().isDigit())
-        stem.chop(1);
-    for (int n = 1;; ++n) {
+    int unused = 0;
+    const QString stem = numbered_stem(base, &unused);
+    int& n = next_number_[stem];
+    for (n = qMax(n, 1);; ++n) {
         const QString candidate = stem + QString::number(n);
         if (!by_name_.contains(candidate))
             return candidate;
@@ -150,16 +165,27 @@ QString scene::unique_name(const QString& base) const {
 }
 
 void scene::index_name(int id) {
-    by_name_[nodes_[size_t(id)].name].append(id);
+    const node& n = nodes_[size_t(id)];
+    by_name_[n.name].append(id);
+    siblings_.insert(qMakePair(n.parent, n.name));
 }
 
 void scene::unindex_name(int id) {
-    auto it = by_name_.find(nodes_[size_t(id)].name);
+    const node& n = nodes_[size_t(id)];
+    siblings_.remove(qMakePair(n.parent, n.name));
+    auto it = by_name_.find(n.name);
     if (it == by_name_.end())
         return;
     it->removeAll(id);
-    if (it->isEmpty())
-        by_name_.erase(it);
+    if (!it->isEmpty())
+        return;
+    by_name_.erase(it);
+    // A freed "a7" is again the lowest free number of "a" if it is below the hint.
+    int number = 0;
+    const QString stem = numbered_stem(n.name, &number);
+    const auto hint = next_number_.find(stem);
+    if (number > 0 && hint != next_number_.end() && number < *hint)
+        *hint = number;
 }
 
 int scene::create_node(const QString& type, const QString& name, int parent, bool make_unique) {
@@ -355,11 +381,9 @@ QString scene::full_path(int id) const {
 }
 
 QString scene::display_name(int id) const {
+    // The index holds live nodes only.
     const QString& name = nodes_[size_t(id)].name;
-    int same = 0;
-    for (int other : by_name_.value(name))
-        same += nodes_[size_t(other)].alive ? 1 : 0;
-    return same > 1 ? full_path(id) : name;
+    return by_name_.value(name).size() > 1 ? full_path(id) : name;
 }
 
 // ---------------------------------------------------------------- fileInfo

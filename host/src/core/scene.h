@@ -118,6 +118,12 @@ private:
     std::vector<node> nodes_;
     int live_ = 0;
     QHash<QString, QVector<int>> by_name_;
+    // Each live node by its parent and name, so that a clash among siblings is found at
+    // once however many nodes share a short name.
+    QSet<QPair<int, QString>> siblings_;
+    // For a stem, the lowest number that may be free: "a1" up to it are taken. A scene of
+    // thousands of nodes named alike counted up from 1 for each.
+    mutable QHash<QString, int> next_number_;
     QVector<int> roots_;
     QStringList namespaces_;
     QHash<QString, int> namespace_nodes_; // live node count per namespace

@@ -83,6 +83,11 @@ bool session::open_scene(const QString& path, QString* error) {
 }
 
 bool session::save_scene(const QString& path, QString* error) {
+    if (fails(QStringLiteral("saveScene"))) {
+        if (error)
+            *error = QStringLiteral("Saving scenes is turned off in this session.");
+        return false;
+    }
     if (path.isEmpty()) {
         if (error)
             *error = QStringLiteral("The scene has no name: use file -rename first.");
@@ -194,6 +199,10 @@ void session::reset() {
     while (!plugins_.empty())
         unload_plugin(plugins_.back()->path);
     idle.clear();
+    idle.set_logging(false);
+    idle.clear_log();
+    // Procedures and globals of earlier scripts go too.
+    mel_ = std::make_unique<mel::interpreter>(*this);
     failing.clear();
     python_log.clear();
     defer_selection_changed = false;

@@ -69,7 +69,8 @@ public:
     bool defer_selection_changed = false;
     // Host operations told to fail, for tests: "MFnPlugin", "registerCommand",
     // "deregisterCommand", "addEventCallback:<event>", "removeCallback",
-    // "getActiveSelectionList", "argLength".
+    // "getActiveSelectionList", "argLength"; and for scripts that must not touch this
+    // machine's files, "saveScene" and "loadPlugin".
     QSet<QString> failing;
     bool fails(const QString& operation) const { return failing.contains(operation); }
     // Every Python text the host was given to run, for tests.
@@ -125,7 +126,7 @@ public:
     void set_main_window(QWidget* w) { main_window_ = w; }
     QWidget* main_window_widget() const { return main_window_; }
 
-    // Unloads the plug-ins and starts a fresh scene; for tests.
+    // Unloads the plug-ins, starts a fresh scene and a fresh interpreter; for tests.
     void reset();
 
 private:

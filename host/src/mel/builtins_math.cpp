@@ -20,14 +20,18 @@ value float_function(builtin_call& c, double (*fn)(double)) {
 value absolute(builtin_call& c) {
     c.arity(1);
     const value& v = c.scalar_arg(0, type::float_);
+    // The absolute value of the lowest int is not an int: it is held at the highest.
     if (v.kind == type::int_)
-        return value::of_int(v.i == std::numeric_limits<int>::min() ? v.i : std::abs(v.i));
+        return value::of_int(v.i == std::numeric_limits<int>::min()
+                                 ? std::numeric_limits<int>::max()
+                                 : std::abs(v.i));
     if (v.kind == type::vector)
         return value::of_vector({std::fabs(v.v.x), std::fabs(v.v.y), std::fabs(v.v.z)});
     return value::of_float(std::fabs(to_float(v)));
 }
 
-// min and max: two ints give an int, two vectors a vector by component, else a float.
+// min and max: a float gives a float, a vector a vector by component, else an int, held in
+// range as every conversion to int is.
 value extreme(builtin_call& c, bool largest) {
     c.arity(2);
     const value& a = c.scalar_arg(0, type::float_);
@@ -39,7 +43,10 @@ value extreme(builtin_call& c, bool largest) {
         const vec3 x = to_vector(a), y = to_vector(b);
         return value::of_vector({pick(x.x, y.x), pick(x.y, y.y), pick(x.z, y.z)});
     }
-    return value::of_float(pick(to_float(a), to_float(b)));
+    const double r = pick(to_float(a), to_float(b));
+    if (a.kind == type::float_ || b.kind == type::float_)
+        return value::of_float(r);
+    return value::of_int(to_int(value::of_float(r)));
 }
 
 value clamp(builtin_call& c) {

@@ -5,7 +5,8 @@
 
 namespace host::mel {
 
-// A MEL error: ends the execution unless caught. `reported` when its line was printed.
+// A MEL error: ends the execution unless caught. `reported` when its line was printed;
+// `fatal` when catch must not stop it (a script past its step budget).
 struct mel_error {
     mel_error(const position& where, const QString& text, bool already_reported = false)
         : at(where), message(text), reported(already_reported) {}
@@ -27,6 +28,7 @@ struct mel_error {
             return QStringLiteral("file: %1 line %2: %3").arg(file).arg(at.line).arg(message);
         return QStringLiteral("Line %1.%2: %3").arg(at.line).arg(at.column).arg(message);
     }
+    bool fatal = false;
 };
 
 } // namespace host::mel

@@ -133,6 +133,14 @@ execution evaluator::run_text(const QString& source) {
 
 bool evaluator::evaluate_text(const QString& source, value& last, QString* error) {
     last = value();
+    // A command may run MEL inside an execution; only the outermost starts a new budget.
+    if (runs_ == 0)
+        steps_ = 0;
+    ++runs_;
+    struct run_release {
+        int& r;
+        ~run_release() { --r; }
+    } release{runs_};
     try {
         try {
             last = run_program(parse(source), QString());
@@ -277,6 +285,32 @@ QString evaluator::current_file() const {
     return frames_.empty() ? QString() : frames_.back().file;
 }
 
+// ---------------------------------------------------------------- the budget
+
+void evaluator::step(const position& at, qint64 cost) {
+    if (step_limit_ <= 0)
+        return;
+    steps_ += cost;
+    if (steps_ > step_limit_) {
+        mel_error e{at, QStringLiteral("Execution stopped after %1 steps.").arg(step_limit_)};
+        e.fatal = true;
+        throw e;
+    }
+}
+
+namespace {
+
+qint64 size_of(const value& v) {
+    return v.kind == type::string ? v.s.size() : v.array_size();
+}
+
+} // namespace
+
+const value& evaluator::charged(const position& at, const value& v) {
+    step(at, size_of(v));
+    return v;
+}
+
 // ---------------------------------------------------------------- statements
 
 evaluator::flow evaluator::exec_block(const std::vector<stmt_ptr>& body) {
@@ -298,6 +332,7 @@ evaluator::flow evaluator::exec_loop_body(const stmt& body, bool* stop) {
 
 evaluator::flow evaluator::exec(const stmt& s) {
     bool stop = false;
+    step(s.at);
     switch (s.what) {
     case stmt::kind::empty:
     case stmt::kind::proc:
@@ -538,6 +573,8 @@ void evaluator::assign_element(const expr& target, const value& v) {
                             .arg(target.a->name));
     if (!var->v.is_array())
         fail(target.at, QStringLiteral("\"$%1\" is not an array.").arg(target.a->name));
+    // Growing an array costs the elements it gains.
+    step(target.at, qMax(0, index + 1 - var->v.array_size()));
     if (!set_element(var->v, index, v))
         fail(target.at, QStringLiteral("Array index out of range: %1").arg(index));
 }
@@ -565,6 +602,7 @@ void evaluator::assign_matrix_cell(const expr& target, const value& v) {
 // ---------------------------------------------------------------- expressions
 
 value evaluator::eval(const expr& e) {
+    step(e.at);
     switch (e.what) {
     case expr::kind::literal:
         return e.literal;
@@ -575,7 +613,7 @@ value evaluator::eval(const expr& e) {
     case expr::kind::unary:
         return eval_unary(e);
     case expr::kind::binary:
-        return eval_binary(e);
+        return charged(e.at, eval_binary(e));
     case expr::kind::logical: {
         const bool left = to_bool(eval(*e.a));
         if (e.name == QLatin1String("&&"))
@@ -588,6 +626,7 @@ value evaluator::eval(const expr& e) {
         value v = eval(*e.b);
         if (e.name != QLatin1String("="))
             v = apply_binary(e.name.left(1), eval(*e.a), v, e.at);
+        step(e.at, size_of(v));
         assign_to(*e.a, v);
         if (e.a->what == expr::kind::variable)
             return lookup_or_fail(*e.a)->v;
@@ -596,14 +635,16 @@ value evaluator::eval(const expr& e) {
     case expr::kind::incdec:
         return eval_incdec(e);
     case expr::kind::call:
-        return eval_call(e);
+        return charged(e.at, eval_call(e));
     case expr::kind::array_lit:
-        return eval_array_literal(e);
+        return charged(e.at, eval_array_literal(e));
     case expr::kind::catch_call: {
         try {
             eval(*e.a);
             return value::of_int(0);
         } catch (const mel_error& err) {
+            if (err.fatal)
+                throw;
             if (!err.reported && e.name == QLatin1String("catch"))
                 host_.out.error(err.text());
             return value::of_int(1);

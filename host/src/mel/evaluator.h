@@ -105,6 +105,12 @@ public:
     value call_command(const QString& name, const QVector<value>& args, const QVector<bool>& flags,
                        const QVector<int>& switches);
 
+    // A budget for each outermost execution, 0 for none. Every statement and expression
+    // costs one step, and every value built costs its length besides, so that the budget
+    // bounds both time and memory. A script past it ends with an error that catch does not
+    // stop: a loop that never ends is legitimate MEL, and this is how a host bounds it.
+    void set_step_limit(qint64 limit) { step_limit_ = limit; }
+
     bool is_callable(const QString& name) const;
     // Built-in and plug-in commands, not procedures.
     bool is_command(const QString& name) const;
@@ -168,6 +174,8 @@ private:
     void assign_matrix_cell(const expr& target, const value& v);
     // A value stored into a matrix variable keeps the variable's size.
     bool fit_matrix(const value& v, const value& shape, value& out) const;
+    void step(const position& at, qint64 cost = 1);
+    const value& charged(const position& at, const value& v);
 
     session& host_;
     builtin_table builtins_;
@@ -182,6 +190,9 @@ private:
     QSet<QString> auto_sourcing_; // files being auto-sourced now, never twice at once
     int next_unit_ = 1;
     int depth_ = 0;
+    int runs_ = 0; // nested run_text calls; the outermost one starts the count
+    qint64 step_limit_ = 0;
+    qint64 steps_ = 0;
     value return_value_;
 };
 

@@ -20,4 +20,8 @@ evaluator& interpreter::engine() {
     return d->eval;
 }
 
+void interpreter::set_step_limit(qint64 limit) {
+    d->eval.set_step_limit(limit);
+}
+
 } // namespace host::mel

@@ -20,6 +20,8 @@ public:
     execution execute(const QString& source, const QString& source_name = QString());
     // The evaluator itself, for other languages that call commands and run MEL.
     evaluator& engine();
+    // Bounds each execution: see evaluator::set_step_limit. 0, the default, for none.
+    void set_step_limit(qint64 limit);
 
 private:
     struct impl;

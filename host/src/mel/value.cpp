@@ -94,32 +94,47 @@ QString format_significant(double f, int digits) {
     return text == QLatin1String("-0") ? QStringLiteral("0") : text;
 }
 
-// MEL reads the leading number of a string and ignores the rest.
+// MEL reads the leading number of a string and ignores the rest: a sign, digits with at
+// most one point, and an exponent with digits, as far as they go. One pass: a long run of
+// digits and points costs its length once. A number beyond the range of double reads as
+// toDouble gives it, infinite or zero.
 double leading_number(const QString& s, int* consumed = nullptr) {
-    int end = 0;
     const int n = s.size();
-    while (end < n && s[end].isSpace())
-        ++end;
-    const int start = end;
-    if (end < n && (s[end] == QLatin1Char('-') || s[end] == QLatin1Char('+')))
-        ++end;
-    while (end < n && (s[end].isDigit() || s[end] == QLatin1Char('.') ||
-                       s[end] == QLatin1Char('e') || s[end] == QLatin1Char('E') ||
-                       ((s[end] == QLatin1Char('-') || s[end] == QLatin1Char('+')) &&
-                        (s[end - 1] == QLatin1Char('e') || s[end - 1] == QLatin1Char('E')))))
-        ++end;
-    for (int e = end; e > start; --e) {
-        bool ok = false;
-        const double d = s.mid(start, e - start).toDouble(&ok);
-        if (ok) {
-            if (consumed)
-                *consumed = e;
-            return d;
-        }
+    const auto digit = [&](int i) {
+        return i < n && s[i] >= QLatin1Char('0') && s[i] <= QLatin1Char('9');
+    };
+    const auto sign = [&](int i) {
+        return i < n && (s[i] == QLatin1Char('-') || s[i] == QLatin1Char('+'));
+    };
+    int i = 0;
+    while (i < n && s[i].isSpace())
+        ++i;
+    const int start = i;
+    if (sign(i))
+        ++i;
+    int digits = 0;
+    for (; digit(i); ++i)
+        ++digits;
+    if (i < n && s[i] == QLatin1Char('.')) {
+        ++i;
+        for (; digit(i); ++i)
+            ++digits;
     }
     if (consumed)
         *consumed = 0;
-    return 0;
+    if (digits == 0)
+        return 0;
+    if (i < n && (s[i] == QLatin1Char('e') || s[i] == QLatin1Char('E'))) {
+        const int exponent = sign(i + 1) ? i + 2 : i + 1;
+        if (digit(exponent)) {
+            i = exponent;
+            while (digit(i))
+                ++i;
+        }
+    }
+    if (consumed)
+        *consumed = i;
+    return s.mid(start, i - start).toDouble();
 }
 
 int clamp_to_int(double d) {
