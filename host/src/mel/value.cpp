@@ -66,6 +66,10 @@ type array_of(type t) {
 QString format_float(double f) {
     if (std::isfinite(f) && f == std::floor(f) && std::fabs(f) < 1e15)
         return QString::number(qint64(f));
+    // Beyond that, six significant digits and an exponent, as MEL prints them: in fixed
+    // notation 1e308 has 309 digits, slow to make and no use to read.
+    if (std::isfinite(f) && std::fabs(f) >= 1e15)
+        return QString::number(f, 'g', 6);
     QString text = QString::number(f, 'f', 6);
     while (text.endsWith(QLatin1Char('0')))
         text.chop(1);
