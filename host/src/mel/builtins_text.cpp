@@ -2,6 +2,7 @@
 #include "evaluator.h"
 
 #include <QRegularExpression>
+#include <QSet>
 #include <algorithm>
 #include <climits>
 #include <cmath>
@@ -164,9 +165,12 @@ value sort(builtin_call& c) {
 value remove_duplicates(builtin_call& c) {
     need(c, 1);
     QStringList out;
+    QSet<QString> seen;
     for (const QString& s : to_strings(c.args[0])) {
-        if (!out.contains(s))
+        if (!seen.contains(s)) {
+            seen.insert(s);
             out << s;
+        }
     }
     return value::of_strings(out);
 }
