@@ -103,6 +103,15 @@ private slots:
         QCOMPARE(s.at(s.create_node("transform", "a", -1, true)).name, QString("a7"));
         QCOMPARE(s.at(s.create_node("transform", "a", -1, true)).name, QString("a20000"));
         QCOMPARE(s.display_name(s.find("a05").value(0)), QString("a05"));
+
+        // Thousands of namespaces were searched in a list for each new one.
+        for (int i = 0; i < 20000; ++i)
+            QVERIFY(s.ensure_namespace(QString("n%1:inner").arg(i)));
+        QCOMPARE(s.child_namespaces("n19999"), QStringList{"n19999:inner"});
+        QCOMPARE(s.child_namespaces(QString()).mid(0, 3), (QStringList{"UI", "shared", "n0"}));
+        QVERIFY(s.remove_namespace("n7:inner"));
+        QVERIFY(s.child_namespaces("n7").isEmpty());
+        QVERIFY(!s.namespace_exists("n7:inner") && s.namespace_exists("n7"));
     }
 
     void wildcards_match_whole_names() {

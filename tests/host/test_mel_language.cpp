@@ -127,6 +127,11 @@ private slots:
         QCOMPARE(run("max(2147483647, \"3e9\");"), QString("2147483647"));
         QCOMPARE(run("min(-5, \"-1e300\");"), QString("-2147483648"));
         QCOMPARE(run("abs(-2147483647 - 1);"), QString("2147483647"));
+        // Huge floats print with an exponent: in fixed notation 1e308 took 309 digits, and a
+        // loop printing it ran for seconds within its step budget.
+        QCOMPARE(run("1e308 * 1.0;"), QString("1e+308"));
+        QCOMPARE(run("-2.5e20 * 1.0;"), QString("-2.5e+20"));
+        QCOMPARE(run("123456.0 * 1.0;"), QString("123456"));
         // int arithmetic wraps as MEL's does, also by ++ and --.
         QCOMPARE(run("int $i = 2147483647; $i++; $i;"), QString("-2147483648"));
         // Every shorter prefix of a long run of points was tried once: quadratic.

@@ -48,6 +48,9 @@ void scene::clear() {
     next_number_.clear();
     roots_.clear();
     namespaces_ = builtin_namespaces;
+    namespace_set_ = QSet<QString>(builtin_namespaces.begin(), builtin_namespaces.end());
+    children_.clear();
+    children_.insert(QString(), builtin_namespaces);
     namespace_nodes_.clear();
     current_.clear();
     file_info_.clear();
@@ -73,34 +76,33 @@ QString scene::absolute_namespace(const QString& name) const {
 }
 
 bool scene::namespace_exists(const QString& full) const {
-    return full.isEmpty() || namespaces_.contains(full);
+    return full.isEmpty() || namespace_set_.contains(full);
 }
 
 bool scene::ensure_namespace(const QString& full) {
     ++generation_;
     if (full.isEmpty())
         return true;
-    if (namespaces_.contains(full))
+    if (namespace_set_.contains(full))
         return true;
     const QStringList parts = full.split(QLatin1Char(':'));
     QString path;
     for (const QString& part : parts) {
         if (!valid_namespace_part(part))
             return false;
+        const QString parent = path;
         path = path.isEmpty() ? part : path + QLatin1Char(':') + part;
-        if (!namespaces_.contains(path))
+        if (!namespace_set_.contains(path)) {
             namespaces_.append(path);
+            namespace_set_.insert(path);
+            children_[parent].append(path);
+        }
     }
     return true;
 }
 
 QStringList scene::child_namespaces(const QString& parent_full) const {
-    QStringList out;
-    for (const QString& ns : namespaces_) {
-        if (namespace_of(ns) == parent_full)
-            out.append(ns);
-    }
-    return out;
+    return children_.value(parent_full);
 }
 
 bool scene::namespace_is_empty(const QString& full) const {
@@ -109,11 +111,13 @@ bool scene::namespace_is_empty(const QString& full) const {
 
 bool scene::remove_namespace(const QString& full) {
     ++generation_;
-    if (full.isEmpty() || builtin_namespaces.contains(full) || !namespaces_.contains(full))
+    if (full.isEmpty() || builtin_namespaces.contains(full) || !namespace_set_.contains(full))
         return false;
     if (!namespace_is_empty(full))
         return false;
     namespaces_.removeAll(full);
+    namespace_set_.remove(full);
+    children_[namespace_of(full)].removeAll(full);
     if (current_ == full || current_.startsWith(full + QLatin1Char(':')))
         current_.clear();
     return true;

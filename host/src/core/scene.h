@@ -125,8 +125,11 @@ private:
     // thousands of nodes named alike counted up from 1 for each.
     mutable QHash<QString, int> next_number_;
     QVector<int> roots_;
-    QStringList namespaces_;
-    QHash<QString, int> namespace_nodes_; // live node count per namespace
+    QStringList namespaces_; // in creation order
+    // The same, indexed: a scene of thousands of namespaces searched the list for each.
+    QSet<QString> namespace_set_;
+    QHash<QString, QStringList> children_; // by parent, in creation order
+    QHash<QString, int> namespace_nodes_;  // live node count per namespace
     QString current_;
     QVector<QPair<QString, QString>> file_info_;
     QHash<QString, int> file_info_index_;

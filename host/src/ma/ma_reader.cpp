@@ -247,8 +247,10 @@ void file_reader::on_requires() {
     if (a.positional.empty())
         return;
     const QString plugin = decode(a.positional.front());
-    if (plugin != QLatin1String("maya") && !session_.report.plugins.contains(plugin))
+    if (plugin != QLatin1String("maya") && !session_.plugins_named.contains(plugin)) {
+        session_.plugins_named.insert(plugin);
         session_.report.plugins.append(plugin);
+    }
 }
 
 // ---------------------------------------------------------------- names

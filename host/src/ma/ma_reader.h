@@ -27,6 +27,7 @@ struct read_session {
     QStringList open_files;        // canonical paths being read, against cycles
     QHash<QString, bool> deferred; // reference node -> left unloaded, outermost says
     qint64 referenced_bytes = 0;   // a budget against references that multiply
+    QSet<QString> plugins_named;   // the report's plugins, to find one at once
     int dropped_warnings = 0;
 
     void warn(const QString& text);

@@ -3,6 +3,7 @@
 #include "core/node_types.h"
 
 #include <QFileInfo>
+#include <QSet>
 
 namespace host::mel {
 
@@ -168,10 +169,13 @@ value ls(builtin_call& c) {
     }
     if (patterns.isEmpty())
         ids = s.live_nodes();
+    QSet<int> listed;
     for (const QString& p : patterns) {
         for (int id : s.match(p)) {
-            if (!ids.contains(id))
+            if (!listed.contains(id)) {
+                listed.insert(id);
                 ids.append(id);
+            }
         }
     }
     for (int id : ids) {

@@ -2,6 +2,8 @@
 #include "core/wildcard.h"
 #include "evaluator.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 namespace host::mel {
@@ -103,7 +105,8 @@ value string_array_to_string(builtin_call& c) {
 
 value string_array_remove(builtin_call& c) {
     c.arity(2);
-    const QStringList remove = c.strings_arg(0);
+    const QStringList listed = c.strings_arg(0);
+    const QSet<QString> remove(listed.begin(), listed.end());
     QStringList out;
     for (const QString& s : c.strings_arg(1)) {
         if (!remove.contains(s))
@@ -115,9 +118,12 @@ value string_array_remove(builtin_call& c) {
 value string_array_remove_duplicates(builtin_call& c) {
     c.arity(1);
     QStringList out;
+    QSet<QString> seen;
     for (const QString& s : c.strings_arg(0)) {
-        if (!out.contains(s))
+        if (!seen.contains(s)) {
+            seen.insert(s);
             out << s;
+        }
     }
     return value::of_strings(out);
 }
