@@ -17,19 +17,17 @@ const deflated_part* scene_compressor::text_part(const QByteArray& text, int sta
                                                  int end) {
     const int dictionary = std::min(window_size, begin - start);
     const char* from = text.constData() + begin - dictionary;
-    const int length = end - begin + dictionary;
-    const QByteArray key = QByteArray::fromRawData(from, length);
-    // Repeated text gives equal chunks: they share one part, since replacing it in next_
-    // would free the one handed out for the first.
-    const auto taken = next_.constFind(key);
-    if (taken != next_.constEnd() && (*taken)->dictionary == dictionary)
+    // The key holds where the dictionary ends, so that equal keys are equal parts: repeated
+    // text shares one part within a write, and no part handed out is replaced (and freed).
+    QByteArray key = QByteArray::number(dictionary) + ':';
+    key.append(from, end - begin + dictionary);
+    if (const auto taken = next_.constFind(key); taken != next_.constEnd())
         return taken->get();
-    const auto kept = parts_.constFind(key);
-    if (kept != parts_.constEnd() && (*kept)->dictionary == dictionary)
-        return next_.insert(kept.key(), *kept).value().get();
+    if (const auto kept = parts_.constFind(key); kept != parts_.constEnd())
+        return next_.insert(key, *kept).value().get();
     const part_ptr part = std::make_shared<const deflated_part>(
         deflate_part(from + dictionary, end - begin, text_level, dictionary));
-    next_.insert(QByteArray(from, length), part);
+    next_.insert(key, part);
     return part.get();
 }
 

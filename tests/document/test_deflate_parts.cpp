@@ -1,6 +1,7 @@
 // Parts deflated apart and joined: what comes out must be one ordinary zlib stream in
 // qCompress's form, whatever the parts hold, and its Base64 must be that of the bytes.
 #include "document/deflate_parts.h"
+#include "document/scene_compressor.h"
 #include "zlib_reader.h"
 
 #include <QRandomGenerator>
@@ -111,6 +112,22 @@ private slots:
         compressed[compressed.size() - 1] = char(compressed[compressed.size() - 1] ^ 1);
         QVERIFY(qUncompress(compressed).isEmpty());
         QVERIFY(inflate_with_zlib(compressed).startsWith("zlib error"));
+    }
+
+    // Text that repeats gives chunks with equal bytes and equal priming: each write's parts
+    // must all stay valid, and a second write must reuse them to the same bytes.
+    void repeated_chunks_of_scene_text_share_their_part() {
+        const QByteArray period = noise(64 * 1024, 7);
+        scene_pieces pieces;
+        pieces.text = period + period + period + period;
+        scene_compressor compressor;
+        for (int write = 0; write < 2; ++write) {
+            const QByteArray joined = join_deflated_parts(compressor.parts(pieces));
+            QCOMPARE(qUncompress(joined), pieces.text);
+        }
+        // Equal bytes primed differently are different parts.
+        pieces.breaks = {16 * 1024};
+        QCOMPARE(qUncompress(join_deflated_parts(compressor.parts(pieces))), pieces.text);
     }
 };
 
