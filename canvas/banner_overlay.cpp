@@ -39,8 +39,9 @@ banner_overlay::banner_overlay(picker_view* owner) : view(owner) {
 
 namespace {
 
-// The strip drawn for one width, and where each link's text starts in it. Every tab of a
-// window has the same width: the last strip drawn serves the next new tab.
+// The strip drawn for one width, and where each link's text starts in it. A new tab is
+// laid out at its first size and then at the window's: the strips of the last few widths
+// are kept, so that neither is drawn again for the next tab.
 struct drawn_strip {
     int width = -1;
     QImage image;
@@ -48,10 +49,17 @@ struct drawn_strip {
     QVector<int> lefts;
 };
 
+constexpr int kept_strips = 4;
+
 const drawn_strip& strip_for(int width, const QList<banner_link>& links, const QImage& logo) {
-    static drawn_strip drawn;
-    if (drawn.width == width && drawn.text_rects.size() == links.size())
-        return drawn;
+    static drawn_strip strips[kept_strips];
+    static int next = 0;
+    for (const drawn_strip& kept : strips) {
+        if (kept.width == width && kept.text_rects.size() == links.size())
+            return kept;
+    }
+    drawn_strip& drawn = strips[next];
+    next = (next + 1) % kept_strips;
     const QFont font(QString::fromLatin1("Tahoma"), 8);
     const QFontMetrics metrics(font);
     drawn.width = width;

@@ -15,13 +15,17 @@
 
 namespace {
 
+using view_slot = void (picker_view::*)();
+
+// Connected by member pointer: a new tab makes twenty of these, and a connection by name
+// is looked up in the meta-objects each time.
 QAction* make_action(picker_view* view, const QString& text, const QList<QKeySequence>& keys,
-                     const char* slot) {
+                     view_slot slot) {
     auto* action = new QAction(text, view);
     action->setShortcuts(keys);
     action->setShortcutContext(Qt::WidgetShortcut);
     view->addAction(action);
-    QObject::connect(action, SIGNAL(triggered(bool)), view, slot);
+    QObject::connect(action, &QAction::triggered, view, slot);
     return action;
 }
 
@@ -36,7 +40,7 @@ const QIcon& shared_icon(const char* path) {
     return *it;
 }
 
-QAction* icon_action(picker_view* view, const QString& text, const char* icon, const char* slot) {
+QAction* icon_action(picker_view* view, const QString& text, const char* icon, view_slot slot) {
     QAction* action = make_action(view, text, {}, slot);
     action->setIcon(shared_icon(icon));
     return action;
@@ -46,42 +50,42 @@ QAction* icon_action(picker_view* view, const QString& text, const char* icon, c
 
 void picker_view::make_actions() {
     context_menu = new QMenu(tr("Picker"), this);
-    add_one_action = make_action(this, tr("Add One Button"), {}, SLOT(add_one_button()));
-    add_many_action = make_action(this, tr("Add Many Buttons"), {}, SLOT(add_many_buttons()));
-    update_action = make_action(this, tr("Update Button"), {}, SLOT(update_button()));
+    add_one_action = make_action(this, tr("Add One Button"), {}, &picker_view::add_one_button);
+    add_many_action = make_action(this, tr("Add Many Buttons"), {}, &picker_view::add_many_buttons);
+    update_action = make_action(this, tr("Update Button"), {}, &picker_view::update_button);
     // Backspace, not Delete: the host keeps Delete for the scene.
     delete_action = make_action(this, tr("Delete Button"), {QKeySequence(Qt::Key_Backspace)},
-                                SLOT(delete_button()));
+                                &picker_view::delete_button);
     add_command_action =
-        make_action(this, tr("Add Command Button..."), {}, SLOT(add_command_button()));
+        make_action(this, tr("Add Command Button..."), {}, &picker_view::add_command_button);
     reset_action =
-        make_action(this, tr("Reset View"), {QKeySequence(Qt::Key_H)}, SLOT(reset_view()));
+        make_action(this, tr("Reset View"), {QKeySequence(Qt::Key_H)}, &picker_view::reset_view);
     frame_action =
-        make_action(this, tr("Frame View"), {QKeySequence(Qt::Key_F)}, SLOT(frame_view()));
+        make_action(this, tr("Frame View"), {QKeySequence(Qt::Key_F)}, &picker_view::frame_view);
     align_h_action = icon_action(this, tr("Align Horizontally"), ":/resources/align-horizontal.png",
-                                 SLOT(align_horizontal()));
+                                 &picker_view::align_horizontal);
     align_v_action = icon_action(this, tr("Align Vertically"), ":/resources/align-vertical.png",
-                                 SLOT(align_vertical()));
+                                 &picker_view::align_vertical);
     distribute_h_action =
         icon_action(this, tr("Distribute Horizontally"), ":/resources/distribute-horizontal.png",
-                    SLOT(distribute_horizontal()));
+                    &picker_view::distribute_horizontal);
     distribute_v_action =
         icon_action(this, tr("Distribute Vertically"), ":/resources/distribute-vertical.png",
-                    SLOT(distribute_vertical()));
+                    &picker_view::distribute_vertical);
     increase_action = make_action(this, tr("Increase Size"),
                                   {QKeySequence(Qt::Key_Plus), QKeySequence(Qt::Key_Equal),
                                    QKeySequence(QStringLiteral("Shift++"))},
-                                  SLOT(adjust_size_up()));
+                                  &picker_view::adjust_size_up);
     decrease_action = make_action(this, tr("Decrease Size"), {QKeySequence(Qt::Key_Minus)},
-                                  SLOT(adjust_size_down()));
+                                  &picker_view::adjust_size_down);
     nudge_left_action =
-        make_action(this, tr("Nudge Left"), {QKeySequence(Qt::Key_Left)}, SLOT(nudge_left()));
-    nudge_right_action =
-        make_action(this, tr("Nudge Right"), {QKeySequence(Qt::Key_Right)}, SLOT(nudge_right()));
+        make_action(this, tr("Nudge Left"), {QKeySequence(Qt::Key_Left)}, &picker_view::nudge_left);
+    nudge_right_action = make_action(this, tr("Nudge Right"), {QKeySequence(Qt::Key_Right)},
+                                     &picker_view::nudge_right);
     nudge_up_action =
-        make_action(this, tr("Nudge Up"), {QKeySequence(Qt::Key_Up)}, SLOT(nudge_up()));
+        make_action(this, tr("Nudge Up"), {QKeySequence(Qt::Key_Up)}, &picker_view::nudge_up);
     nudge_down_action =
-        make_action(this, tr("Nudge Down"), {QKeySequence(Qt::Key_Down)}, SLOT(nudge_down()));
+        make_action(this, tr("Nudge Down"), {QKeySequence(Qt::Key_Down)}, &picker_view::nudge_down);
 
     context_menu->addAction(add_one_action);
     context_menu->addAction(add_many_action);
