@@ -152,8 +152,11 @@ private slots:
         QCOMPARE(run("string $s = \"x\"; while (1) $s += $s;"), QString("ERROR"));
         QCOMPARE(run("string $s = \"x\"; while (1) $s = $s + $s;"), QString("ERROR"));
         QCOMPARE(run("int $a[]; $a[16000000] = 1;"), QString("ERROR"));
-        host.reset(); // no budget: the default, as in Maya
+        QCOMPARE(run("int $a[]; $a[2147483647] = 1;"), QString("ERROR"));
+        init(); // no budget: the default, as in Maya
         QCOMPARE(run("int $a[]; $a[20000] = 1; size($a);"), QString("20001"));
+        QCOMPARE(run("int $a[]; $a[2147483647] = 1;"), QString("ERROR"));
+        QVERIFY(lines.last().contains("Array index out of range: 2147483647"));
     }
 };
 

@@ -573,8 +573,9 @@ void evaluator::assign_element(const expr& target, const value& v) {
                             .arg(target.a->name));
     if (!var->v.is_array())
         fail(target.at, QStringLiteral("\"$%1\" is not an array.").arg(target.a->name));
-    // Growing an array costs the elements it gains.
-    step(target.at, qMax(0, index + 1 - var->v.array_size()));
+    // Growing an array costs the elements it gains, counted wide: the index may be the
+    // largest int.
+    step(target.at, qMax<qint64>(0, qint64(index) + 1 - var->v.array_size()));
     if (!set_element(var->v, index, v))
         fail(target.at, QStringLiteral("Array index out of range: %1").arg(index));
 }
