@@ -30,13 +30,13 @@ const QColor held_color(196, 160, 80); // keyed, changed since, not keyed again
 QVector<int> channels(const host::scene& s, int node) {
     QVector<int> own, visibility, user;
     for (int k = 0; k < host::attribute_count(s, node); ++k) {
-        const host::attribute_spec& spec = host::attribute_at(s, node, k);
+        const host::attribute_def& definition = host::attribute_at(s, node, k);
         const host::plug_value state = host::plug_state(s, {node, k});
-        if (!host::is_scalar(spec) || !(state.keyable || state.channel_box))
+        if (!host::is_scalar(definition) || !(state.keyable || state.channel_box))
             continue;
-        if (spec.user)
+        if (definition.user)
             user.append(k);
-        else if (spec.long_name == QLatin1String("visibility"))
+        else if (definition.long_name == QLatin1String("visibility"))
             visibility.append(k);
         else
             own.append(k);
@@ -54,8 +54,8 @@ QString shown_number(double v) {
     return text == QLatin1String("-0") ? QStringLiteral("0") : text;
 }
 
-QString shown_value(const host::attribute_spec& spec, double v) {
-    if (spec.kind == host::attribute_kind::boolean)
+QString shown_value(const host::attribute_def& definition, double v) {
+    if (definition.kind == host::attribute_kind::boolean)
         return v != 0 ? QStringLiteral("on") : QStringLiteral("off");
     return shown_number(v);
 }
@@ -91,8 +91,8 @@ channel_box::channel_box(QWidget* parent) : QWidget(parent) {
     table_->verticalHeader()->hide();
     table_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
     table_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Fixed);
-    table_->horizontalHeader()->resizeSection(1, fontMetrics().horizontalAdvance(
-                                                     QStringLiteral("-000.000")) + 16);
+    table_->horizontalHeader()->resizeSection(
+        1, fontMetrics().horizontalAdvance(QStringLiteral("-000.000")) + 16);
     table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     table_->setSelectionMode(QAbstractItemView::NoSelection);
@@ -154,16 +154,16 @@ void channel_box::rebuild() {
     node_name_ = s.display_name(node);
     for (int index : channels(s, node)) {
         const host::plug p{node, index};
-        const host::attribute_spec& spec = host::attribute_at(s, node, index);
+        const host::attribute_def& definition = host::attribute_at(s, node, index);
         const host::plug_value state = host::plug_state(s, p);
         const double v = host::plug_number(s, p);
         const int row = table_->rowCount();
         table_->insertRow(row);
-        attributes_.append(spec.long_name);
-        auto* name = new QTableWidgetItem(host::nice_name(spec));
+        attributes_.append(definition.long_name);
+        auto* name = new QTableWidgetItem(host::nice_name(definition));
         name->setFlags(Qt::ItemIsEnabled);
         table_->setItem(row, 0, name);
-        auto* value = new QTableWidgetItem(shown_value(spec, v));
+        auto* value = new QTableWidgetItem(shown_value(definition, v));
         value->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
         value->setFlags(state.locked ? Qt::ItemIsEnabled : Qt::ItemIsEnabled | Qt::ItemIsEditable);
         const bool keyed = host::driving_curve(s, p) >= 0;
@@ -174,9 +174,9 @@ void channel_box::rebuild() {
         else if (keyed)
             value->setBackground(keyed_color);
         table_->setItem(row, 1, value);
-        if (spec.kind == host::attribute_kind::enumeration && !state.locked) {
+        if (definition.kind == host::attribute_kind::enumeration && !state.locked) {
             auto* combo = new QComboBox;
-            for (const auto& field : spec.fields)
+            for (const auto& field : definition.fields)
                 combo->addItem(field.first, field.second);
             combo->setCurrentIndex(combo->findData(int(v)));
             connect(combo, QOverload<int>::of(&QComboBox::activated), this,

@@ -228,19 +228,19 @@ private slots:
         for (const auto& w : wanted) {
             host::attribute_flags f = w.second;
             f.insert("longName", w.first);
-            host::attribute_spec spec;
+            host::attribute_def definition;
             QString error;
-            QVERIFY2(host::spec_from_flags(f, &spec, &error), qPrintable(error));
-            QVERIFY2(host::add_attribute(s, node, spec, &error), qPrintable(error));
+            QVERIFY2(host::def_from_flags(f, &definition, &error), qPrintable(error));
+            QVERIFY2(host::add_attribute(s, node, definition, &error), qPrintable(error));
         }
         host::attribute_flags text;
         text.insert("longName", "note");
         text.insert("shortName", "nt");
         text.insert("dataType", "string");
-        host::attribute_spec spec;
+        host::attribute_def definition;
         QString error;
-        QVERIFY(host::spec_from_flags(text, &spec, &error));
-        QVERIFY(host::add_attribute(s, node, spec, &error));
+        QVERIFY(host::def_from_flags(text, &definition, &error));
+        QVERIFY(host::add_attribute(s, node, definition, &error));
         QVERIFY(
             host::set_text(s, {node, host::find_attribute(s, node, "nt")}, "a;\"b\"").isEmpty());
         QVERIFY(host::set_number(s, {node, host::find_attribute(s, node, "mode")}, 4).isEmpty());

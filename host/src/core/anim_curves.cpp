@@ -38,10 +38,10 @@ double curve_value(const anim_curve& c, double time) {
     return span <= 0 ? b.value : a.value + (b.value - a.value) * (time - a.time) / span;
 }
 
-QString curve_type_for(const attribute_spec& spec) {
-    if (spec.type == QLatin1String("doubleLinear"))
+QString curve_type_for(const attribute_def& definition) {
+    if (definition.type == QLatin1String("doubleLinear"))
         return QStringLiteral("animCurveTL");
-    if (spec.type == QLatin1String("doubleAngle"))
+    if (definition.type == QLatin1String("doubleAngle"))
         return QStringLiteral("animCurveTA");
     return QStringLiteral("animCurveTU");
 }
@@ -87,16 +87,16 @@ void insert_key(anim_curve& c, const anim_key& key) {
 int set_key(scene& s, const plug& p, double time, double value, int in_tangent, int out_tangent) {
     if (!std::isfinite(time))
         return -1;
-    const attribute_spec& spec = attribute_at(s, p.node, p.index);
+    const attribute_def& definition = attribute_at(s, p.node, p.index);
     int curve = driving_curve(s, p);
     if (curve < 0) {
         // Named after the node without its namespace, in the current namespace.
         const QString& node_name = s.at(p.node).name;
         QString name = node_name.mid(node_name.lastIndexOf(QLatin1Char(':')) + 1) +
-                       QLatin1Char('_') + spec.long_name;
+                       QLatin1Char('_') + definition.long_name;
         if (!s.current_namespace().isEmpty())
             name = s.current_namespace() + QLatin1Char(':') + name;
-        curve = s.create_node(curve_type_for(spec), name, -1, true);
+        curve = s.create_node(curve_type_for(definition), name, -1, true);
         if (curve < 0)
             return -1;
         s.edit(curve).curve->tangent_type = tangent_linear;
@@ -106,8 +106,8 @@ int set_key(scene& s, const plug& p, double time, double value, int in_tangent, 
     key.time = time;
     key.value = value;
     // Switches step from key to key; numbers go in straight lines.
-    const bool stepped =
-        spec.kind == attribute_kind::boolean || spec.kind == attribute_kind::enumeration;
+    const bool stepped = definition.kind == attribute_kind::boolean ||
+                         definition.kind == attribute_kind::enumeration;
     key.in_tangent = quint8(in_tangent >= 0 ? in_tangent : tangent_linear);
     key.out_tangent = quint8(out_tangent >= 0 ? out_tangent
                              : stepped        ? tangent_step

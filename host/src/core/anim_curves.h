@@ -21,7 +21,7 @@ enum tangent_type : quint8 {
 };
 
 double curve_value(const anim_curve& c, double time);
-QString curve_type_for(const attribute_spec& spec);
+QString curve_type_for(const attribute_def& definition);
 // The curve node that drives a plug, or -1.
 int driving_curve(const scene& s, const plug& p);
 // Connects a curve node to a plug; a curve that drove it before is left unconnected.

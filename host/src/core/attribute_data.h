@@ -13,7 +13,7 @@ namespace host {
 enum class attribute_kind : quint8 { number, integer, boolean, enumeration, string, compound };
 
 // The description of one attribute: a built-in one of the node's type or one from addAttr.
-struct attribute_spec {
+struct attribute_def {
     QString long_name;
     QString short_name;
     QString nice_name; // empty: derived from the long name
@@ -44,7 +44,7 @@ struct plug_value {
 // user attributes in the order they were added. A transform's states fit in place, so a
 // node costs one allocation.
 struct node_attributes {
-    QVector<attribute_spec> user;
+    QVector<attribute_def> user;
     QHash<QString, int> user_names; // long and short names -> position in `user`
     QVarLengthArray<plug_value, 13> values;
     QHash<QString, int> curves; // long name -> the animation curve node that drives it

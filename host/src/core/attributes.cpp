@@ -11,9 +11,9 @@ namespace host {
 
 namespace {
 
-attribute_spec scalar(const char* long_name, const char* short_name, const char* type,
-                      attribute_kind kind, double default_value, int parent) {
-    attribute_spec a;
+attribute_def scalar(const char* long_name, const char* short_name, const char* type,
+                     attribute_kind kind, double default_value, int parent) {
+    attribute_def a;
     a.long_name = QLatin1String(long_name);
     a.short_name = QLatin1String(short_name);
     a.type = QLatin1String(type);
@@ -25,9 +25,9 @@ attribute_spec scalar(const char* long_name, const char* short_name, const char*
 }
 
 // A double3 and its X, Y and Z children, in Maya's attribute order.
-void add_vector(QVector<attribute_spec>& out, const char* long_name, const char* short_name,
+void add_vector(QVector<attribute_def>& out, const char* long_name, const char* short_name,
                 const char* child_type, double default_value) {
-    attribute_spec compound;
+    attribute_def compound;
     compound.long_name = QLatin1String(long_name);
     compound.short_name = QLatin1String(short_name);
     compound.type = QStringLiteral("double3");
@@ -43,27 +43,27 @@ void add_vector(QVector<attribute_spec>& out, const char* long_name, const char*
     }
 }
 
-const QVector<attribute_spec>& transform_attributes() {
-    static const QVector<attribute_spec> specs = [] {
-        QVector<attribute_spec> out;
+const QVector<attribute_def>& transform_attributes() {
+    static const QVector<attribute_def> defs = [] {
+        QVector<attribute_def> out;
         out.append(scalar("visibility", "v", "bool", attribute_kind::boolean, 1, -1));
         add_vector(out, "translate", "t", "doubleLinear", 0);
         add_vector(out, "rotate", "r", "doubleAngle", 0);
         add_vector(out, "scale", "s", "double", 1);
         return out;
     }();
-    return specs;
+    return defs;
 }
 
-const QVector<attribute_spec>& builtins_of(const QString& type) {
-    static const QVector<attribute_spec> none;
+const QVector<attribute_def>& builtins_of(const QString& type) {
+    static const QVector<attribute_def> none;
     return is_transform(type) ? transform_attributes() : none;
 }
 
-plug_value default_state(const attribute_spec& spec) {
+plug_value default_state(const attribute_def& definition) {
     plug_value v;
-    v.number = spec.default_value;
-    v.keyable = spec.keyable;
+    v.number = definition.default_value;
+    v.keyable = definition.keyable;
     return v;
 }
 
@@ -71,10 +71,10 @@ node_attributes& materialise(scene& s, int node) {
     host::node& n = s.edit(node);
     if (!n.attributes) {
         n.attributes = std::make_unique<node_attributes>();
-        const QVector<attribute_spec>& builtins = builtins_of(n.type);
+        const QVector<attribute_def>& builtins = builtins_of(n.type);
         n.attributes->values.reserve(builtins.size());
-        for (const attribute_spec& spec : builtins)
-            n.attributes->values.append(default_state(spec));
+        for (const attribute_def& definition : builtins)
+            n.attributes->values.append(default_state(definition));
     }
     return *n.attributes;
 }
@@ -84,11 +84,11 @@ bool integral(attribute_kind kind) {
            kind == attribute_kind::enumeration;
 }
 
-double normalised(const attribute_spec& spec, double v) {
-    if (spec.kind == attribute_kind::boolean)
+double normalised(const attribute_def& definition, double v) {
+    if (definition.kind == attribute_kind::boolean)
         return v != 0 ? 1 : 0;
     // Whole numbers stay within an int, which is what MEL reads them as.
-    return integral(spec.kind) ? qBound(-2147483648.0, std::round(v), 2147483647.0) : v;
+    return integral(definition.kind) ? qBound(-2147483648.0, std::round(v), 2147483647.0) : v;
 }
 
 QString limit_text(double v) {
@@ -98,9 +98,9 @@ QString limit_text(double v) {
 // Applies `edit` to a plug's state, or to each child's for a compound.
 template <typename Edit> void edit_state(scene& s, const plug& p, Edit edit) {
     node_attributes& a = materialise(s, p.node);
-    const attribute_spec& spec = attribute_at(s, p.node, p.index);
-    if (spec.kind == attribute_kind::compound) {
-        for (int child : spec.children)
+    const attribute_def& definition = attribute_at(s, p.node, p.index);
+    if (definition.kind == attribute_kind::compound) {
+        for (int child : definition.children)
             edit(a.values[child]);
     } else {
         edit(a.values[p.index]);
@@ -123,9 +123,9 @@ int attribute_count(const scene& s, int node) {
     return builtins_of(n.type).size() + (n.attributes ? n.attributes->user.size() : 0);
 }
 
-const attribute_spec& attribute_at(const scene& s, int node, int index) {
+const attribute_def& attribute_at(const scene& s, int node, int index) {
     const host::node& n = s.at(node);
-    const QVector<attribute_spec>& builtins = builtins_of(n.type);
+    const QVector<attribute_def>& builtins = builtins_of(n.type);
     return index < builtins.size() ? builtins[index] : n.attributes->user[index - builtins.size()];
 }
 
@@ -134,8 +134,8 @@ namespace {
 // An attribute by long or short name whose parent is `parent` (-1: any), or -1.
 template <typename Name> int find_named(const scene& s, int node, const Name& name, int parent) {
     const host::node& n = s.at(node);
-    const QVector<attribute_spec>& builtins = builtins_of(n.type);
-    auto matches = [&](const attribute_spec& a) {
+    const QVector<attribute_def>& builtins = builtins_of(n.type);
+    auto matches = [&](const attribute_def& a) {
         return (a.short_name == name || a.long_name == name) && (parent < 0 || a.parent == parent);
     };
     for (int k = 0; k < builtins.size(); ++k) {
@@ -194,11 +194,11 @@ QString plug_name(const scene& s, const plug& p) {
     return s.display_name(p.node) + QLatin1Char('.') + attribute_at(s, p.node, p.index).long_name;
 }
 
-QString nice_name(const attribute_spec& spec) {
-    if (!spec.nice_name.isEmpty())
-        return spec.nice_name;
+QString nice_name(const attribute_def& definition) {
+    if (!definition.nice_name.isEmpty())
+        return definition.nice_name;
     QString out;
-    const QString& name = spec.long_name;
+    const QString& name = definition.long_name;
     for (int k = 0; k < name.size(); ++k) {
         const QChar c = name[k];
         if (k == 0) {
@@ -220,8 +220,8 @@ QString nice_name(const attribute_spec& spec) {
     return out;
 }
 
-bool is_scalar(const attribute_spec& spec) {
-    return spec.kind != attribute_kind::string && spec.kind != attribute_kind::compound;
+bool is_scalar(const attribute_def& definition) {
+    return definition.kind != attribute_kind::string && definition.kind != attribute_kind::compound;
 }
 
 // ---------------------------------------------------------------- values
@@ -242,11 +242,11 @@ double plug_number_at(const scene& s, const plug& p, double time) {
 }
 
 QVector<double> plug_numbers(const scene& s, const plug& p) {
-    const attribute_spec& spec = attribute_at(s, p.node, p.index);
-    if (spec.kind != attribute_kind::compound)
+    const attribute_def& definition = attribute_at(s, p.node, p.index);
+    if (definition.kind != attribute_kind::compound)
         return {plug_number(s, p)};
     QVector<double> out;
-    for (int child : spec.children)
+    for (int child : definition.children)
         out.append(plug_number(s, {p.node, child}));
     return out;
 }
@@ -256,10 +256,10 @@ QString plug_text(const scene& s, const plug& p) {
 }
 
 void store_number(scene& s, const plug& p, double v) {
-    const attribute_spec& spec = attribute_at(s, p.node, p.index);
-    v = normalised(spec, v);
+    const attribute_def& definition = attribute_at(s, p.node, p.index);
+    v = normalised(definition, v);
     // Defaults need no storage: files are full of them.
-    if (!s.at(p.node).attributes && v == spec.default_value)
+    if (!s.at(p.node).attributes && v == definition.default_value)
         return;
     materialise(s, p.node).values[p.index].number = v;
     s.attributes_changed();
@@ -271,21 +271,21 @@ void store_text(scene& s, const plug& p, const QString& v) {
 }
 
 QString set_number(scene& s, const plug& p, double v, bool clamp) {
-    const attribute_spec& spec = attribute_at(s, p.node, p.index);
+    const attribute_def& definition = attribute_at(s, p.node, p.index);
     if (plug_state(s, p).locked)
         return QStringLiteral("The attribute '%1' is locked or connected and cannot be modified.")
             .arg(plug_name(s, p));
-    if (spec.has_min && v < spec.min) {
+    if (definition.has_min && v < definition.min) {
         if (!clamp)
             return QStringLiteral("Cannot set the attribute '%1' past its minimum value of %2.")
-                .arg(plug_name(s, p), limit_text(spec.min));
-        v = spec.min;
+                .arg(plug_name(s, p), limit_text(definition.min));
+        v = definition.min;
     }
-    if (spec.has_max && v > spec.max) {
+    if (definition.has_max && v > definition.max) {
         if (!clamp)
             return QStringLiteral("Cannot set the attribute '%1' past its maximum value of %2.")
-                .arg(plug_name(s, p), limit_text(spec.max));
-        v = spec.max;
+                .arg(plug_name(s, p), limit_text(definition.max));
+        v = definition.max;
     }
     store_number(s, p, v);
     // A keyed plug shows the hand-set value until the time moves, as in Maya.
@@ -316,22 +316,22 @@ void set_channel_box(scene& s, const plug& p, bool on) {
 
 // ---------------------------------------------------------------- user attributes
 
-bool add_attribute(scene& s, int node, attribute_spec spec, QString* error) {
-    for (const QString& name : {spec.long_name, spec.short_name}) {
+bool add_attribute(scene& s, int node, attribute_def definition, QString* error) {
+    for (const QString& name : {definition.long_name, definition.short_name}) {
         if (find_attribute(s, node, name) >= 0) {
             *error = QStringLiteral("Found an attribute named '%1' on node '%2' already.")
                          .arg(name, s.display_name(node));
             return false;
         }
     }
-    spec.user = true;
-    plug_value value = default_state(spec);
-    if (spec.kind == attribute_kind::boolean || integral(spec.kind))
-        value.number = normalised(spec, value.number);
+    definition.user = true;
+    plug_value value = default_state(definition);
+    if (definition.kind == attribute_kind::boolean || integral(definition.kind))
+        value.number = normalised(definition, value.number);
     node_attributes& a = materialise(s, node);
-    a.user_names.insert(spec.long_name, a.user.size());
-    a.user_names.insert(spec.short_name, a.user.size());
-    a.user.append(spec);
+    a.user_names.insert(definition.long_name, a.user.size());
+    a.user_names.insert(definition.short_name, a.user.size());
+    a.user.append(definition);
     a.values.append(value);
     s.attributes_changed();
     return true;
@@ -360,16 +360,16 @@ void delete_attribute(scene& s, const plug& p) {
     s.attributes_changed();
 }
 
-void redefine_attribute(scene& s, const plug& p, const attribute_spec& spec) {
+void redefine_attribute(scene& s, const plug& p, const attribute_def& definition) {
     node_attributes& a = materialise(s, p.node);
     const int first_user = attribute_count(s, p.node) - a.user.size();
-    a.user[p.index - first_user] = spec;
+    a.user[p.index - first_user] = definition;
     a.user[p.index - first_user].user = true;
     double v = a.values[p.index].number;
-    if (spec.has_min && v < spec.min)
-        v = spec.min;
-    if (spec.has_max && v > spec.max)
-        v = spec.max;
+    if (definition.has_min && v < definition.min)
+        v = definition.min;
+    if (definition.has_max && v > definition.max)
+        v = definition.max;
     a.values[p.index].number = v;
     s.attributes_changed();
 }
@@ -415,80 +415,80 @@ bool kind_of_type(const QString& type, attribute_kind* kind) {
 
 } // namespace
 
-void apply_flags(const attribute_flags& flags, attribute_spec& spec) {
+void apply_flags(const attribute_flags& flags, attribute_def& definition) {
     auto number = [&flags](const char* name) {
         return flags.value(QLatin1String(name)).toDouble();
     };
     auto has = [&flags](const char* name) { return flags.contains(QLatin1String(name)); };
     if (has("niceName"))
-        spec.nice_name = flags.value(QStringLiteral("niceName"));
+        definition.nice_name = flags.value(QStringLiteral("niceName"));
     if (has("defaultValue"))
-        spec.default_value = number("defaultValue");
+        definition.default_value = number("defaultValue");
     if (has("minValue")) {
-        spec.has_min = true;
-        spec.min = number("minValue");
+        definition.has_min = true;
+        definition.min = number("minValue");
     }
     if (has("maxValue")) {
-        spec.has_max = true;
-        spec.max = number("maxValue");
+        definition.has_max = true;
+        definition.max = number("maxValue");
     }
     if (has("hasMinValue"))
-        spec.has_min = text_bool(flags.value(QStringLiteral("hasMinValue")));
+        definition.has_min = text_bool(flags.value(QStringLiteral("hasMinValue")));
     if (has("hasMaxValue"))
-        spec.has_max = text_bool(flags.value(QStringLiteral("hasMaxValue")));
+        definition.has_max = text_bool(flags.value(QStringLiteral("hasMaxValue")));
     if (has("enumName"))
-        spec.fields = parse_enum_fields(flags.value(QStringLiteral("enumName")));
+        definition.fields = parse_enum_fields(flags.value(QStringLiteral("enumName")));
     if (has("keyable"))
-        spec.keyable = text_bool(flags.value(QStringLiteral("keyable"))) &&
-                       spec.kind != attribute_kind::string;
+        definition.keyable = text_bool(flags.value(QStringLiteral("keyable"))) &&
+                             definition.kind != attribute_kind::string;
     // A switch and an enum keep to their values.
-    if (spec.kind == attribute_kind::boolean) {
-        spec.has_min = spec.has_max = true;
-        spec.min = 0;
-        spec.max = 1;
+    if (definition.kind == attribute_kind::boolean) {
+        definition.has_min = definition.has_max = true;
+        definition.min = 0;
+        definition.max = 1;
     }
-    if (spec.kind == attribute_kind::enumeration && !spec.fields.isEmpty()) {
-        spec.has_min = spec.has_max = true;
-        spec.min = spec.max = spec.fields.front().second;
-        for (const auto& field : spec.fields) {
-            spec.min = std::min(spec.min, double(field.second));
-            spec.max = std::max(spec.max, double(field.second));
+    if (definition.kind == attribute_kind::enumeration && !definition.fields.isEmpty()) {
+        definition.has_min = definition.has_max = true;
+        definition.min = definition.max = definition.fields.front().second;
+        for (const auto& field : definition.fields) {
+            definition.min = std::min(definition.min, double(field.second));
+            definition.max = std::max(definition.max, double(field.second));
         }
     }
 }
 
-bool spec_from_flags(const attribute_flags& flags, attribute_spec* out, QString* error) {
-    attribute_spec spec;
-    spec.long_name = flags.value(QStringLiteral("longName"));
-    spec.short_name = flags.value(QStringLiteral("shortName"));
-    if (spec.long_name.isEmpty())
-        spec.long_name = spec.short_name;
-    if (spec.short_name.isEmpty())
-        spec.short_name = spec.long_name;
-    if (spec.long_name.isEmpty()) {
+bool def_from_flags(const attribute_flags& flags, attribute_def* out, QString* error) {
+    attribute_def definition;
+    definition.long_name = flags.value(QStringLiteral("longName"));
+    definition.short_name = flags.value(QStringLiteral("shortName"));
+    if (definition.long_name.isEmpty())
+        definition.long_name = definition.short_name;
+    if (definition.short_name.isEmpty())
+        definition.short_name = definition.long_name;
+    if (definition.long_name.isEmpty()) {
         *error = QStringLiteral("Either the longName or the shortName must be specified.");
         return false;
     }
-    for (const QString& name : {spec.long_name, spec.short_name}) {
+    for (const QString& name : {definition.long_name, definition.short_name}) {
         if (!valid_attribute_name(name)) {
             *error = QStringLiteral("'%1' is not a valid attribute name.").arg(name);
             return false;
         }
     }
     const bool data = flags.contains(QStringLiteral("dataType"));
-    spec.type = data ? flags.value(QStringLiteral("dataType"))
-                     : flags.value(QStringLiteral("attributeType"), QStringLiteral("double"));
+    definition.type = data ? flags.value(QStringLiteral("dataType"))
+                           : flags.value(QStringLiteral("attributeType"), QStringLiteral("double"));
     const bool nested =
         flags.contains(QStringLiteral("multi")) || flags.contains(QStringLiteral("parent"));
-    if (nested || !kind_of_type(spec.type, &spec.kind) ||
-        data != (spec.kind == attribute_kind::string)) {
-        *error =
-            QStringLiteral("Attributes of type '%1'%2 are not supported by this host.")
-                .arg(spec.type, nested ? QStringLiteral(" in arrays or compounds") : QString());
+    if (nested || !kind_of_type(definition.type, &definition.kind) ||
+        data != (definition.kind == attribute_kind::string)) {
+        *error = QStringLiteral("Attributes of type '%1'%2 are not supported by this host.")
+                     .arg(definition.type,
+                          nested ? QStringLiteral(" in arrays or compounds") : QString());
         return false;
     }
-    apply_flags(flags, spec);
-    *out = spec;
+    apply_flags(flags, definition);
+    *out = definition;
     return true;
 }
 

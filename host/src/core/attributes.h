@@ -29,15 +29,15 @@ int find_attribute(const scene& s, int node, const QString& name);
 int find_attribute(const scene& s, int node, QLatin1String name);
 
 int attribute_count(const scene& s, int node);
-const attribute_spec& attribute_at(const scene& s, int node, int index);
+const attribute_def& attribute_at(const scene& s, int node, int index);
 // The defaults until the node's attributes are first touched.
 plug_value plug_state(const scene& s, const plug& p);
 // "pCube1.translateX": the node's shortest unique name and the long attribute name.
 QString plug_name(const scene& s, const plug& p);
 // "Translate X", "Ik Fk Blend": the name the channel box shows.
-QString nice_name(const attribute_spec& spec);
+QString nice_name(const attribute_def& definition);
 // A number, not a string or a compound: what a key can drive.
-bool is_scalar(const attribute_spec& spec);
+bool is_scalar(const attribute_def& definition);
 
 // Values at the current time. A compound gives its children's values.
 double plug_number(const scene& s, const plug& p);
@@ -61,20 +61,20 @@ void set_keyable(scene& s, const plug& p, bool on);
 void set_channel_box(scene& s, const plug& p, bool on);
 
 // Adds a user attribute at its default value; false with `error` when a name is taken.
-bool add_attribute(scene& s, int node, attribute_spec spec, QString* error);
+bool add_attribute(scene& s, int node, attribute_def definition, QString* error);
 // Removes a user attribute and the curve that drives it.
 void delete_attribute(scene& s, const plug& p);
 // Changes a user attribute's description (addAttr -edit), keeping its value in range.
-void redefine_attribute(scene& s, const plug& p, const attribute_spec& spec);
+void redefine_attribute(scene& s, const plug& p, const attribute_def& definition);
 
 // addAttr's flags by long name ("longName", "attributeType", "minValue", ...) with their
 // values as text; a flag without a value maps to an empty text.
 using attribute_flags = QHash<QString, QString>;
 // A new user attribute from addAttr's flags; false with `error` when its names or type are
 // none this host keeps.
-bool spec_from_flags(const attribute_flags& flags, attribute_spec* out, QString* error);
+bool def_from_flags(const attribute_flags& flags, attribute_def* out, QString* error);
 // The nice name, default, range, enum fields and keyable state among the flags.
-void apply_flags(const attribute_flags& flags, attribute_spec& spec);
+void apply_flags(const attribute_flags& flags, attribute_def& definition);
 // MEL's boolean words (on/off, yes/no, true/false) or a number; `ok` false for others.
 bool text_bool(const QString& text, bool* ok = nullptr);
 

@@ -107,7 +107,7 @@ void file_reader::on_set_attr() {
         return;
     }
     const plug p{current_node_, set_attr_index_};
-    const attribute_spec& spec = attribute_at(target, p.node, p.index);
+    const attribute_def& definition = attribute_at(target, p.node, p.index);
     if (const arg* k = a.value("k", "keyable"))
         set_keyable(target, p, text_bool(decode(k)));
     if (const arg* l = a.value("l", "lock"))
@@ -117,15 +117,17 @@ void file_reader::on_set_attr() {
     const size_t values = a.positional.size() - 1;
     if (values == 0)
         return;
-    if (spec.kind == attribute_kind::string) {
+    if (definition.kind == attribute_kind::string) {
         store_text(target, p, decode(a.positional[1]));
         return;
     }
-    const int leaves = spec.children.isEmpty() ? 1 : spec.children.size();
+    const int leaves = definition.children.isEmpty() ? 1 : definition.children.size();
     for (int k = 0; k < leaves && size_t(k) < values; ++k) {
         double v = 0;
         if (number_of(a.positional[size_t(k) + 1], &v))
-            store_number(target, {p.node, spec.children.isEmpty() ? p.index : spec.children[k]}, v);
+            store_number(target,
+                         {p.node, definition.children.isEmpty() ? p.index : definition.children[k]},
+                         v);
     }
 }
 
@@ -233,11 +235,11 @@ void file_reader::on_add_attr() {
                 flags.insert(QLatin1String(names[1]), f.value ? decode(f.value) : QString());
         }
     }
-    attribute_spec spec;
+    attribute_def definition;
     QString error;
     // Kinds of attribute the host does not keep are skipped like other data.
-    if (spec_from_flags(flags, &spec, &error) &&
-        !add_attribute(session_.target, current_node_, spec, &error))
+    if (def_from_flags(flags, &definition, &error) &&
+        !add_attribute(session_.target, current_node_, definition, &error))
         warn(QStringLiteral("addAttr: %1").arg(error));
 }
 

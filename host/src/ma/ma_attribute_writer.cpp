@@ -21,45 +21,46 @@ QString quoted(const QString& text) {
     return QLatin1Char('"') + escape(text) + QLatin1Char('"');
 }
 
-QString value_text(const attribute_spec& spec, double v) {
-    if (spec.kind == attribute_kind::boolean)
+QString value_text(const attribute_def& definition, double v) {
+    if (definition.kind == attribute_kind::boolean)
         return v != 0 ? QStringLiteral("yes") : QStringLiteral("no");
     return number(v);
 }
 
-QString add_attr_line(const attribute_spec& spec) {
+QString add_attr_line(const attribute_def& definition) {
     QString line = QStringLiteral("\taddAttr -ci true");
-    if (spec.keyable)
+    if (definition.keyable)
         line += QStringLiteral(" -k true");
-    line += QStringLiteral(" -sn ") + quoted(spec.short_name) + QStringLiteral(" -ln ") +
-            quoted(spec.long_name);
-    if (!spec.nice_name.isEmpty())
-        line += QStringLiteral(" -nn ") + quoted(spec.nice_name);
-    if (spec.default_value != 0)
-        line += QStringLiteral(" -dv ") + number(spec.default_value);
-    if (spec.has_min)
-        line += QStringLiteral(" -min ") + number(spec.min);
-    if (spec.has_max)
-        line += QStringLiteral(" -max ") + number(spec.max);
-    if (spec.kind == attribute_kind::enumeration)
-        line += QStringLiteral(" -en ") + quoted(enum_fields_text(spec.fields));
-    line += spec.kind == attribute_kind::string ? QStringLiteral(" -dt ") : QStringLiteral(" -at ");
-    return line + quoted(spec.type) + QStringLiteral(";\n");
+    line += QStringLiteral(" -sn ") + quoted(definition.short_name) + QStringLiteral(" -ln ") +
+            quoted(definition.long_name);
+    if (!definition.nice_name.isEmpty())
+        line += QStringLiteral(" -nn ") + quoted(definition.nice_name);
+    if (definition.default_value != 0)
+        line += QStringLiteral(" -dv ") + number(definition.default_value);
+    if (definition.has_min)
+        line += QStringLiteral(" -min ") + number(definition.min);
+    if (definition.has_max)
+        line += QStringLiteral(" -max ") + number(definition.max);
+    if (definition.kind == attribute_kind::enumeration)
+        line += QStringLiteral(" -en ") + quoted(enum_fields_text(definition.fields));
+    line += definition.kind == attribute_kind::string ? QStringLiteral(" -dt ")
+                                                      : QStringLiteral(" -at ");
+    return line + quoted(definition.type) + QStringLiteral(";\n");
 }
 
 // One setAttr with the flags that differ from the attribute's own and, when given, a value.
-void set_attr_line(const attribute_spec& spec, const plug_value& state, const QString& value,
+void set_attr_line(const attribute_def& definition, const plug_value& state, const QString& value,
                    QString& out) {
     QString flags;
     if (state.locked)
         flags += QStringLiteral(" -l on");
-    if (state.keyable != spec.keyable)
+    if (state.keyable != definition.keyable)
         flags += state.keyable ? QStringLiteral(" -k on") : QStringLiteral(" -k off");
     if (state.channel_box)
         flags += QStringLiteral(" -cb on");
     if (flags.isEmpty() && value.isEmpty())
         return;
-    out += QStringLiteral("\tsetAttr") + flags + QStringLiteral(" \".") + spec.short_name +
+    out += QStringLiteral("\tsetAttr") + flags + QStringLiteral(" \".") + definition.short_name +
            QLatin1Char('"') + (value.isEmpty() ? QString() : QLatin1Char(' ') + value) +
            QStringLiteral(";\n");
 }
@@ -67,30 +68,30 @@ void set_attr_line(const attribute_spec& spec, const plug_value& state, const QS
 void write_plugs(const scene& from, int id, QString& out) {
     const int count = attribute_count(from, id);
     for (int k = 0; k < count; ++k) {
-        const attribute_spec& spec = attribute_at(from, id, k);
+        const attribute_def& definition = attribute_at(from, id, k);
         const plug p{id, k};
-        if (spec.kind == attribute_kind::compound) {
+        if (definition.kind == attribute_kind::compound) {
             bool changed = false;
             QString values;
-            for (int child : spec.children) {
+            for (int child : definition.children) {
                 const double v = stored_number(from, {id, child});
                 changed = changed || v != attribute_at(from, id, child).default_value;
                 values += number(v) + QLatin1Char(' ');
             }
             if (changed)
-                out += QStringLiteral("\tsetAttr \".") + spec.short_name +
+                out += QStringLiteral("\tsetAttr \".") + definition.short_name +
                        QStringLiteral("\" -type \"double3\" ") + values + QStringLiteral(";\n");
             continue;
         }
         const plug_value state = plug_state(from, p);
         QString value;
-        if (spec.kind == attribute_kind::string) {
+        if (definition.kind == attribute_kind::string) {
             if (!state.text.isEmpty())
                 value = QStringLiteral("-type \"string\" ") + quoted(state.text);
-        } else if (spec.parent < 0 && state.number != spec.default_value) {
-            value = value_text(spec, state.number);
+        } else if (definition.parent < 0 && state.number != definition.default_value) {
+            value = value_text(definition, state.number);
         }
-        set_attr_line(spec, state, value, out);
+        set_attr_line(definition, state, value, out);
     }
 }
 
@@ -159,8 +160,8 @@ void write_node_attributes(const scene& from, int id, QString& out) {
         return;
     }
     if (n.attributes) {
-        for (const attribute_spec& spec : n.attributes->user)
-            out += add_attr_line(spec);
+        for (const attribute_def& definition : n.attributes->user)
+            out += add_attr_line(definition);
     }
     write_plugs(from, id, out);
 }

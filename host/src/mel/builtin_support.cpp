@@ -56,7 +56,7 @@ QStringList parsed_flags::positional_strings() const {
     return out;
 }
 
-parsed_flags parse_flags(const builtin_call& call, std::initializer_list<flag_spec> specs) {
+parsed_flags parse_flags(const builtin_call& call, std::initializer_list<flag_def> defs) {
     parsed_flags out;
     for (int k = 0; k < call.args.size(); ++k) {
         if (call.flags.value(k) && call.switch_of(k) != 0) {
@@ -73,8 +73,8 @@ parsed_flags parse_flags(const builtin_call& call, std::initializer_list<flag_sp
         const QString f = to_string(call.args[k]).mid(1);
         if (f == QLatin1String("q") || f == QLatin1String("query"))
             continue;
-        const flag_spec* declared = nullptr;
-        for (const flag_spec& s : specs) {
+        const flag_def* declared = nullptr;
+        for (const flag_def& s : defs) {
             if (f == QLatin1String(s.short_name) || f == QLatin1String(s.long_name))
                 declared = &s;
         }

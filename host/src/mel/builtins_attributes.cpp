@@ -14,12 +14,12 @@ bool integral(attribute_kind kind) {
            kind == attribute_kind::enumeration;
 }
 
-value number_value(const attribute_spec& spec, double v) {
-    return integral(spec.kind) ? value::of_int(int(v)) : value::of_float(v);
+value number_value(const attribute_def& definition, double v) {
+    return integral(definition.kind) ? value::of_int(int(v)) : value::of_float(v);
 }
 
-QString enum_name(const attribute_spec& spec, int v) {
-    for (const auto& field : spec.fields) {
+QString enum_name(const attribute_def& definition, int v) {
+    for (const auto& field : definition.fields) {
         if (field.second == v)
             return field.first;
     }
@@ -42,20 +42,20 @@ value get_attr(builtin_call& c) {
         c.fail(QStringLiteral("getAttr: No attribute was specified."));
     const scene& s = c.host.scene;
     const plug p = plug_argument(c, names.front());
-    const attribute_spec& spec = attribute_at(s, p.node, p.index);
+    const attribute_def& definition = attribute_at(s, p.node, p.index);
     const plug_value state = plug_state(s, p);
     if (f.has("type"))
-        return value::of_string(spec.type);
+        return value::of_string(definition.type);
     if (f.has("keyable"))
-        return value::of_int(spec.kind != attribute_kind::compound && state.keyable);
+        return value::of_int(definition.kind != attribute_kind::compound && state.keyable);
     if (f.has("lock"))
         return value::of_int(state.locked);
     if (f.has("channelBox"))
         return value::of_int(state.channel_box);
-    if (spec.kind == attribute_kind::string)
+    if (definition.kind == attribute_kind::string)
         return value::of_string(state.text);
     const double time = f.has("time") ? to_float(f.get("time")) : s.time.current;
-    if (spec.kind == attribute_kind::compound) {
+    if (definition.kind == attribute_kind::compound) {
         value out = value::empty_of(type::float_array);
         for (const plug& child : leaf_plugs(s, p))
             out.fa.append(plug_number_at(s, child, time));
@@ -63,9 +63,10 @@ value get_attr(builtin_call& c) {
     }
     const double v = plug_number_at(s, p, time);
     if (f.has("asString"))
-        return value::of_string(spec.kind == attribute_kind::enumeration ? enum_name(spec, int(v))
-                                                                         : format_float(v));
-    return number_value(spec, v);
+        return value::of_string(definition.kind == attribute_kind::enumeration
+                                    ? enum_name(definition, int(v))
+                                    : format_float(v));
+    return number_value(definition, v);
 }
 
 // ---------------------------------------------------------------- setAttr
@@ -88,9 +89,9 @@ double datum(builtin_call& c, const QVector<value>& data, int k) {
 void set_values(builtin_call& c, const plug& p, const QString& type_flag,
                 const QVector<value>& data, bool clamp) {
     scene& s = c.host.scene;
-    const attribute_spec& spec = attribute_at(s, p.node, p.index);
+    const attribute_def& definition = attribute_at(s, p.node, p.index);
     QString error;
-    if (spec.kind == attribute_kind::string) {
+    if (definition.kind == attribute_kind::string) {
         if (type_flag != QLatin1String("string"))
             c.fail(set_prefix + QStringLiteral("Error reading data element number 1: %1")
                                     .arg(to_string(data.front())));
@@ -99,7 +100,7 @@ void set_values(builtin_call& c, const plug& p, const QString& type_flag,
         c.fail(
             set_prefix +
             QStringLiteral("The attribute '%1' is not a string attribute.").arg(plug_name(s, p)));
-    } else if (spec.kind == attribute_kind::compound) {
+    } else if (definition.kind == attribute_kind::compound) {
         const QVector<plug> leaves = leaf_plugs(s, p);
         QVector<double> numbers;
         for (int k = 0; k < leaves.size(); ++k)
@@ -154,42 +155,42 @@ value set_attr(builtin_call& c) {
 
 // ---------------------------------------------------------------- addAttr
 
-const std::initializer_list<flag_spec> add_attr_flags = {{"ln", "longName", 1},
-                                                         {"sn", "shortName", 1},
-                                                         {"nn", "niceName", 1},
-                                                         {"at", "attributeType", 1},
-                                                         {"dt", "dataType", 1},
-                                                         {"dv", "defaultValue", 1},
-                                                         {"min", "minValue", 1},
-                                                         {"max", "maxValue", 1},
-                                                         {"hnv", "hasMinValue", 1},
-                                                         {"hxv", "hasMaxValue", 1},
-                                                         {"smn", "softMinValue", 1},
-                                                         {"smx", "softMaxValue", 1},
-                                                         {"hsn", "hasSoftMinValue", 1},
-                                                         {"hsx", "hasSoftMaxValue", 1},
-                                                         {"en", "enumName", 1},
-                                                         {"k", "keyable", 1},
-                                                         {"h", "hidden", 1},
-                                                         {"r", "readable", 1},
-                                                         {"w", "writable", 1},
-                                                         {"s", "storable", 1},
-                                                         {"ci", "cachedInternally", 1},
-                                                         {"m", "multi", 0},
-                                                         {"im", "indexMatters", 1},
-                                                         {"p", "parent", 1},
-                                                         {"nc", "numberOfChildren", 1},
-                                                         {"uac", "usedAsColor", 0},
-                                                         {"uaf", "usedAsFilename", 0},
-                                                         {"ct", "category", 1},
-                                                         {"bt", "binaryTag", 1},
-                                                         {"dcb", "disconnectBehaviour", 1},
-                                                         {"fp", "fromPlugin", 1},
-                                                         {"is", "internalSet", 1},
-                                                         {"e", "edit", 0},
-                                                         {"ex", "exists", 0},
-                                                         {"pxy", "proxy", 1},
-                                                         {"uap", "usedAsProxy", 0}};
+const std::initializer_list<flag_def> add_attr_flags = {{"ln", "longName", 1},
+                                                        {"sn", "shortName", 1},
+                                                        {"nn", "niceName", 1},
+                                                        {"at", "attributeType", 1},
+                                                        {"dt", "dataType", 1},
+                                                        {"dv", "defaultValue", 1},
+                                                        {"min", "minValue", 1},
+                                                        {"max", "maxValue", 1},
+                                                        {"hnv", "hasMinValue", 1},
+                                                        {"hxv", "hasMaxValue", 1},
+                                                        {"smn", "softMinValue", 1},
+                                                        {"smx", "softMaxValue", 1},
+                                                        {"hsn", "hasSoftMinValue", 1},
+                                                        {"hsx", "hasSoftMaxValue", 1},
+                                                        {"en", "enumName", 1},
+                                                        {"k", "keyable", 1},
+                                                        {"h", "hidden", 1},
+                                                        {"r", "readable", 1},
+                                                        {"w", "writable", 1},
+                                                        {"s", "storable", 1},
+                                                        {"ci", "cachedInternally", 1},
+                                                        {"m", "multi", 0},
+                                                        {"im", "indexMatters", 1},
+                                                        {"p", "parent", 1},
+                                                        {"nc", "numberOfChildren", 1},
+                                                        {"uac", "usedAsColor", 0},
+                                                        {"uaf", "usedAsFilename", 0},
+                                                        {"ct", "category", 1},
+                                                        {"bt", "binaryTag", 1},
+                                                        {"dcb", "disconnectBehaviour", 1},
+                                                        {"fp", "fromPlugin", 1},
+                                                        {"is", "internalSet", 1},
+                                                        {"e", "edit", 0},
+                                                        {"ex", "exists", 0},
+                                                        {"pxy", "proxy", 1},
+                                                        {"uap", "usedAsProxy", 0}};
 
 // The flags as addAttr's description of an attribute takes them.
 attribute_flags texts_of(const parsed_flags& f) {
@@ -209,27 +210,27 @@ value add_attr_query(builtin_call& c, const parsed_flags& f) {
         return value::of_int(found);
     if (!found)
         plug_argument(c, names.front(), QStringLiteral("addAttr: "));
-    const attribute_spec& spec = attribute_at(c.host.scene, p.node, p.index);
+    const attribute_def& definition = attribute_at(c.host.scene, p.node, p.index);
     if (f.has("longName"))
-        return value::of_string(spec.long_name);
+        return value::of_string(definition.long_name);
     if (f.has("shortName"))
-        return value::of_string(spec.short_name);
+        return value::of_string(definition.short_name);
     if (f.has("niceName"))
-        return value::of_string(nice_name(spec));
+        return value::of_string(nice_name(definition));
     if (f.has("attributeType") || f.has("dataType"))
-        return value::of_string(spec.type);
+        return value::of_string(definition.type);
     if (f.has("defaultValue"))
-        return value::of_float(spec.default_value);
+        return value::of_float(definition.default_value);
     if (f.has("minValue"))
-        return value::of_float(spec.min);
+        return value::of_float(definition.min);
     if (f.has("maxValue"))
-        return value::of_float(spec.max);
+        return value::of_float(definition.max);
     if (f.has("hasMinValue"))
-        return value::of_int(spec.has_min);
+        return value::of_int(definition.has_min);
     if (f.has("hasMaxValue"))
-        return value::of_int(spec.has_max);
+        return value::of_int(definition.has_max);
     if (f.has("enumName"))
-        return value::of_string(enum_fields_text(spec.fields));
+        return value::of_string(enum_fields_text(definition.fields));
     if (f.has("keyable"))
         return value::of_int(plug_state(c.host.scene, p).keyable);
     c.fail(QStringLiteral("addAttr: Nothing to query."));
@@ -243,26 +244,26 @@ value add_attr(builtin_call& c) {
     if (f.has("edit")) {
         for (const QString& name : f.positional_strings()) {
             const plug p = plug_argument(c, name, QStringLiteral("addAttr: "));
-            attribute_spec spec = attribute_at(s, p.node, p.index);
-            if (!spec.user)
+            attribute_def definition = attribute_at(s, p.node, p.index);
+            if (!definition.user)
                 c.fail(QStringLiteral("addAttr: '%1' is not a dynamic attribute.")
                            .arg(plug_name(s, p)));
-            apply_flags(texts_of(f), spec);
-            redefine_attribute(s, p, spec);
+            apply_flags(texts_of(f), definition);
+            redefine_attribute(s, p, definition);
             if (f.has("keyable"))
-                set_keyable(s, p, spec.keyable);
+                set_keyable(s, p, definition.keyable);
         }
         return value();
     }
-    attribute_spec spec;
+    attribute_def definition;
     QString error;
-    if (!spec_from_flags(texts_of(f), &spec, &error))
+    if (!def_from_flags(texts_of(f), &definition, &error))
         c.fail(QStringLiteral("addAttr: ") + error);
     const QStringList targets = targets_or_selection(c, f);
     if (targets.isEmpty())
         c.fail(QStringLiteral("addAttr: No object was specified or selected."));
     for (const QString& name : targets) {
-        if (!add_attribute(s, node_argument(c, name), spec, &error))
+        if (!add_attribute(s, node_argument(c, name), definition, &error))
             c.fail(QStringLiteral("addAttr: ") + error);
     }
     return value();
@@ -308,14 +309,14 @@ bool locked_plug(const scene& s, const plug& p) {
 }
 
 bool listed(const scene& s, const plug& p, const parsed_flags& f) {
-    const attribute_spec& spec = attribute_at(s, p.node, p.index);
+    const attribute_def& definition = attribute_at(s, p.node, p.index);
     const plug_value state = plug_state(s, p);
-    const bool compound = spec.kind == attribute_kind::compound;
+    const bool compound = definition.kind == attribute_kind::compound;
     if (f.has("keyable") && (compound || !state.keyable))
         return false;
     if (f.has("channelBox") && (compound || state.keyable || !state.channel_box))
         return false;
-    if (f.has("userDefined") && !spec.user)
+    if (f.has("userDefined") && !definition.user)
         return false;
     if (f.has("locked") && !locked_plug(s, p))
         return false;
@@ -323,14 +324,14 @@ bool listed(const scene& s, const plug& p, const parsed_flags& f) {
         return false;
     if ((f.has("scalar") || f.has("leaf")) && compound)
         return false;
-    if (f.has("scalar") && spec.kind == attribute_kind::string)
+    if (f.has("scalar") && definition.kind == attribute_kind::string)
         return false;
     if (f.has("multi") || f.has("array"))
         return false;
     if (f.has("string")) {
         bool any = false;
         for (const value& pattern : f.set.value(QStringLiteral("string")))
-            any = any || wildcard_match(to_string(pattern), spec.long_name);
+            any = any || wildcard_match(to_string(pattern), definition.long_name);
         return any;
     }
     return true;
@@ -363,8 +364,8 @@ value list_attr(builtin_call& c) {
         }
         for (int k : indices) {
             if (listed(s, {node, k}, f)) {
-                const attribute_spec& spec = attribute_at(s, node, k);
-                out << (f.has("shortNames") ? spec.short_name : spec.long_name);
+                const attribute_def& definition = attribute_at(s, node, k);
+                out << (f.has("shortNames") ? definition.short_name : definition.long_name);
             }
         }
     }
@@ -418,38 +419,40 @@ value attribute_query(builtin_call& c) {
         c.fail(QStringLiteral("attributeQuery: The node '%1' has no attribute '%2'.")
                    .arg(node_name, names.front()));
     const plug p{node, index};
-    const attribute_spec& spec = attribute_at(s, node, index);
+    const attribute_def& definition = attribute_at(s, node, index);
     auto floats = [](QVector<double> v) {
         value out = value::empty_of(type::float_array);
         out.fa = std::move(v);
         return out;
     };
     if (f.has("minimum"))
-        return floats(spec.has_min ? QVector<double>{spec.min} : QVector<double>{});
+        return floats(definition.has_min ? QVector<double>{definition.min} : QVector<double>{});
     if (f.has("maximum"))
-        return floats(spec.has_max ? QVector<double>{spec.max} : QVector<double>{});
+        return floats(definition.has_max ? QVector<double>{definition.max} : QVector<double>{});
     if (f.has("minExists"))
-        return value::of_int(spec.has_min);
+        return value::of_int(definition.has_min);
     if (f.has("maxExists"))
-        return value::of_int(spec.has_max);
+        return value::of_int(definition.has_max);
     if (f.has("keyable"))
-        return value::of_int(spec.kind != attribute_kind::compound && plug_state(s, p).keyable);
+        return value::of_int(definition.kind != attribute_kind::compound &&
+                             plug_state(s, p).keyable);
     if (f.has("listEnum"))
-        return value::of_strings(spec.kind == attribute_kind::enumeration
-                                     ? QStringList{enum_fields_text(spec.fields)}
+        return value::of_strings(definition.kind == attribute_kind::enumeration
+                                     ? QStringList{enum_fields_text(definition.fields)}
                                      : QStringList{});
     if (f.has("attributeType"))
-        return value::of_string(spec.kind == attribute_kind::string ? QStringLiteral("typed")
-                                                                    : spec.type);
+        return value::of_string(definition.kind == attribute_kind::string ? QStringLiteral("typed")
+                                                                          : definition.type);
     if (f.has("longName"))
-        return value::of_string(spec.long_name);
+        return value::of_string(definition.long_name);
     if (f.has("shortName"))
-        return value::of_string(spec.short_name);
+        return value::of_string(definition.short_name);
     if (f.has("niceName"))
-        return value::of_string(nice_name(spec));
+        return value::of_string(nice_name(definition));
     if (f.has("listChildren") || f.has("listParent")) {
         QStringList out;
-        for (int k : f.has("listChildren") ? spec.children : QVector<int>{spec.parent}) {
+        for (int k :
+             f.has("listChildren") ? definition.children : QVector<int>{definition.parent}) {
             if (k >= 0)
                 out << attribute_at(s, node, k).long_name;
         }

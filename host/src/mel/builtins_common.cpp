@@ -56,11 +56,11 @@ QStringList targets_or_selection(builtin_call& c, const parsed_flags& f) {
 }
 
 QVector<plug> leaf_plugs(const scene& s, const plug& p) {
-    const attribute_spec& spec = attribute_at(s, p.node, p.index);
-    if (spec.kind != attribute_kind::compound)
+    const attribute_def& definition = attribute_at(s, p.node, p.index);
+    if (definition.kind != attribute_kind::compound)
         return {p};
     QVector<plug> out;
-    for (int child : spec.children)
+    for (int child : definition.children)
         out.append({p.node, child});
     return out;
 }

@@ -248,9 +248,9 @@ value set_keyframe(builtin_call& c) {
     const int out = f.has("outTangentType") ? tangent_number(c, f.get("outTangentType")) : -1;
     int count = 0;
     for (const plug& p : plugs_to_key(c, f, names)) {
-        const attribute_spec& spec = attribute_at(s, p.node, p.index);
+        const attribute_def& definition = attribute_at(s, p.node, p.index);
         // Locked plugs and texts take no keys.
-        if (!is_scalar(spec) || plug_state(s, p).locked)
+        if (!is_scalar(definition) || plug_state(s, p).locked)
             continue;
         if (only_animated && driving_curve(s, p) < 0)
             continue;
@@ -267,32 +267,32 @@ value set_keyframe(builtin_call& c) {
 
 // ---------------------------------------------------------------- keyframe, cutKey
 
-const std::initializer_list<flag_spec> keyset_flags = {{"at", "attribute", -1},
-                                                       {"t", "time", -1},
-                                                       {"in", "index", -1},
-                                                       {"hi", "hierarchy", -1},
-                                                       {"an", "animation", -1},
-                                                       {"o", "option", -1},
-                                                       {"f", "float", -1},
-                                                       {"s", "shape", -1},
-                                                       {"cp", "controlPoints", -1},
-                                                       {"iub", "includeUpperBound", -1},
-                                                       {"kc", "keyframeCount", 0},
-                                                       {"tc", "timeChange", 1},
-                                                       {"vc", "valueChange", 1},
-                                                       {"n", "name", 0},
-                                                       {"iv", "indexValue", 0},
-                                                       {"a", "absolute", 0},
-                                                       {"r", "relative", 0},
-                                                       {"e", "edit", 0},
-                                                       {"sl", "selected", 0},
-                                                       {"lsl", "lastSelected", 0},
-                                                       {"ev", "eval", 0},
-                                                       {"fc", "floatChange", 1},
-                                                       {"bd", "breakdown", 1},
-                                                       {"adj", "adjustBreakdown", 1},
-                                                       {"tds", "tickDrawSpecial", 1},
-                                                       {"cl", "clear", 0}};
+const std::initializer_list<flag_def> keyset_flags = {{"at", "attribute", -1},
+                                                      {"t", "time", -1},
+                                                      {"in", "index", -1},
+                                                      {"hi", "hierarchy", -1},
+                                                      {"an", "animation", -1},
+                                                      {"o", "option", -1},
+                                                      {"f", "float", -1},
+                                                      {"s", "shape", -1},
+                                                      {"cp", "controlPoints", -1},
+                                                      {"iub", "includeUpperBound", -1},
+                                                      {"kc", "keyframeCount", 0},
+                                                      {"tc", "timeChange", 1},
+                                                      {"vc", "valueChange", 1},
+                                                      {"n", "name", 0},
+                                                      {"iv", "indexValue", 0},
+                                                      {"a", "absolute", 0},
+                                                      {"r", "relative", 0},
+                                                      {"e", "edit", 0},
+                                                      {"sl", "selected", 0},
+                                                      {"lsl", "lastSelected", 0},
+                                                      {"ev", "eval", 0},
+                                                      {"fc", "floatChange", 1},
+                                                      {"bd", "breakdown", 1},
+                                                      {"adj", "adjustBreakdown", 1},
+                                                      {"tds", "tickDrawSpecial", 1},
+                                                      {"cl", "clear", 0}};
 
 value keyframe_query(builtin_call& c, const parsed_flags& f, const QVector<int>& curves) {
     const scene& s = c.host.scene;

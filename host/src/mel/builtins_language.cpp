@@ -50,8 +50,8 @@ QString with_line(builtin_call& c, const QString& text) {
     return QStringLiteral("file: %1 line %2: %3").arg(file).arg(c.at.line).arg(text);
 }
 
-const std::initializer_list<flag_spec> message_flags = {{"n", "noContext", 0},
-                                                        {"sl", "showLineNumber", 1}};
+const std::initializer_list<flag_def> message_flags = {{"n", "noContext", 0},
+                                                       {"sl", "showLineNumber", 1}};
 
 value error_command(builtin_call& c) {
     const parsed_flags f = parse_flags(c, message_flags);

@@ -50,7 +50,7 @@ using builtin_table = QHash<QString, builtin>;
 
 // Flags of a built-in: the short and long names and how many values follow each. A
 // negative count is that many values in query mode too ("keyframe -q -at tx").
-struct flag_spec {
+struct flag_def {
     const char* short_name;
     const char* long_name;
     int values;
@@ -67,7 +67,7 @@ struct parsed_flags {
 };
 
 // Unknown flags are errors. In query mode ("-q") flags take no values.
-parsed_flags parse_flags(const builtin_call& call, std::initializer_list<flag_spec> specs);
+parsed_flags parse_flags(const builtin_call& call, std::initializer_list<flag_def> defs);
 
 // The pieces of `text` between any of the `separators`, empty pieces left out (tokenize).
 QStringList tokens_of(const QString& text, const QString& separators);

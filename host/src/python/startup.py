@@ -16,12 +16,12 @@ class _HostPackage(importlib.abc.MetaPathFinder, importlib.abc.Loader):
         if found is None:
             return None
         _, is_package, origin = found
-        spec = importlib.util.spec_from_loader(fullname, self, origin=origin,
+        found = importlib.util.spec_from_loader(fullname, self, origin=origin,
                                                is_package=is_package)
-        spec.has_location = True  # __file__ names the module's place in the host
-        return spec
+        found.has_location = True  # __file__ names the module's place in the host
+        return found
 
-    def create_module(self, spec):
+    def create_module(self, module_spec):
         return None
 
     def exec_module(self, module):
