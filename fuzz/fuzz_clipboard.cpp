@@ -18,10 +18,7 @@ void set_clipboard(const QByteArray& payload) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    fuzz::start(true);
-    return 0;
-}
+FUZZ_START_WITH_PICKER_WINDOW()
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (size < 1)

@@ -5,10 +5,7 @@
 
 #include <QByteArray>
 
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    fuzz::start(true);
-    return 0;
-}
+FUZZ_START_WITH_PICKER_WINDOW()
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const QByteArray bytes(reinterpret_cast<const char*>(data), int(size));

@@ -18,6 +18,13 @@ namespace fuzz {
 // `plugin`, the picker is loaded and its window opened.
 void start(bool plugin);
 
+// The LLVMFuzzerInitialize of a target that needs the picker window and nothing more.
+#define FUZZ_START_WITH_PICKER_WINDOW()                                                            \
+    extern "C" int LLVMFuzzerInitialize(int*, char***) {                                           \
+        fuzz::start(true);                                                                         \
+        return 0;                                                                                  \
+    }
+
 host::session& host();
 
 // A file in the run's private folder.

@@ -1,22 +1,17 @@
 // Attributes through MEL as Maya gives them: built-in and user attributes, values, locks,
 // keyable states, listings and queries, their errors, and scenes that keep them through a
 // save and a reopen. Also the DAG commands: listRelatives, nodeType, rename, parent.
-#include "core/session.h"
+#include "mel_runner.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
 
-class test_mel_attributes : public QObject {
+class test_mel_attributes : public QObject, private mel_runner {
     Q_OBJECT
 
-    host::session& host = host::session::get();
     QStringList errors;
 
-    QString run(const QString& mel) {
-        const host::execution r = host.execute(mel);
-        return r.ok ? r.values.join(QLatin1Char(' ')) : QStringLiteral("ERROR");
-    }
     // The error a text gives, without its position.
     QString error_of(const QString& mel) {
         errors.clear();
@@ -33,7 +28,7 @@ class test_mel_attributes : public QObject {
 
 private slots:
     void init() {
-        host.reset();
+        reset();
         errors.clear();
         host.out.set_sink([this](host::line_kind kind, const QString& l) {
             if (kind == host::line_kind::error)

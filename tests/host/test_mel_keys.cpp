@@ -1,25 +1,19 @@
 // Time and keys through MEL: curves named, typed and connected as Maya makes them, values
 // between keys (linear here, stepped for switches), hand-set values on keyed plugs,
 // keyframe queries and edits, cutKey, and keyed scenes through a save and a reopen.
-#include "core/session.h"
+#include "mel_runner.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 
-class test_mel_keys : public QObject {
+class test_mel_keys : public QObject, private mel_runner {
     Q_OBJECT
 
-    host::session& host = host::session::get();
     QStringList errors;
-
-    QString run(const QString& mel) {
-        const host::execution r = host.execute(mel);
-        return r.ok ? r.values.join(QLatin1Char(' ')) : QStringLiteral("ERROR");
-    }
 
 private slots:
     void init() {
-        host.reset();
+        reset();
         errors.clear();
         host.out.set_sink([this](host::line_kind kind, const QString& l) {
             if (kind != host::line_kind::text)

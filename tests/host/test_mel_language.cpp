@@ -1,27 +1,14 @@
 // The MEL language: procedures, variables, control flow, calls and errors.
-#include "core/session.h"
 #include "mel/interpreter.h"
+#include "mel_runner.h"
 
 #include <QtTest>
 
-class test_mel_language : public QObject {
+class test_mel_language : public QObject, private mel_runner {
     Q_OBJECT
 
-    host::session& host = host::session::get();
-    QStringList lines;
-
-    // Runs one execution and returns its value as text, or "ERROR" when it failed.
-    QString run(const QString& mel) {
-        const host::execution r = host.execute(mel);
-        return r.ok ? r.values.join(QLatin1Char(' ')) : QStringLiteral("ERROR");
-    }
-
 private slots:
-    void init() {
-        host.reset();
-        lines.clear();
-        host.out.set_sink([this](host::line_kind, const QString& l) { lines << l; });
-    }
+    void init() { reset(); }
 
     void procedures_recurse_and_return_typed_values() {
         QCOMPARE(run("proc int fact(int $n) { if ($n <= 1) return 1; return $n * fact($n - 1); }"

@@ -1,5 +1,5 @@
 // MEL built-ins against the scene: namespaces, nodes, selection, fileInfo and files.
-#include "core/session.h"
+#include "mel_runner.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -11,23 +11,11 @@ void count(void*) {
 }
 } // namespace
 
-class test_mel_scene : public QObject {
+class test_mel_scene : public QObject, private mel_runner {
     Q_OBJECT
 
-    host::session& host = host::session::get();
-    QStringList lines;
-
-    QString run(const QString& mel) {
-        const host::execution r = host.execute(mel);
-        return r.ok ? r.values.join(QLatin1Char(' ')) : QStringLiteral("ERROR");
-    }
-
 private slots:
-    void init() {
-        host.reset();
-        lines.clear();
-        host.out.set_sink([this](host::line_kind, const QString& l) { lines << l; });
-    }
+    void init() { reset(); }
 
     void namespaces_nest_and_list_as_maya_lists_them() {
         QCOMPARE(run("namespace -add \"rig\"; namespace -set \"rig\"; namespace -add \"face\";"
