@@ -86,9 +86,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (const QByteArray& line : script.split('\n')) {
         // The most any directive reads is 13 arguments; more only open more files.
         QList<QByteArray> words = line.split('\t').mid(0, max_words);
-        // Each word ends at its first NUL, as an MString does: "save\0x" is `save`.
-        for (QByteArray& word : words)
-            word.truncate(word.indexOf('\0') < 0 ? word.size() : word.indexOf('\0'));
+        // Each word ends at its first NUL, as the C string an MString is made from:
+        // "save\0x" is `save`.
+        for (QByteArray& word : words) {
+            if (const int nul = word.indexOf('\0'); nul >= 0)
+                word.truncate(nul);
+        }
         if (words.first().isEmpty() || !wanted(words))
             continue;
         if (heavy(words.first()) && ++heavy_calls > max_heavy_calls)
